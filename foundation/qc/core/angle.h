@@ -1,3 +1,4 @@
+/// \file
 /// Angles: radians, degrees and the 8-bit angle of an edge point.
 #pragma once
 

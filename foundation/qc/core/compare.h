@@ -1,3 +1,4 @@
+/// \file
 /// Comparison within a tolerance, and the whole number below a double.
 #pragma once
 

@@ -1,3 +1,4 @@
+/// \file
 /// Convex hull of points.
 #pragma once
 

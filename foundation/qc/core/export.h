@@ -1,3 +1,4 @@
+/// \file
 /// Export macro of the foundation library.
 #pragma once
 

@@ -1,3 +1,4 @@
+/// \file
 /// 2x2 matrices and affine transforms of the plane.
 #pragma once
 

@@ -1,3 +1,4 @@
+/// \file
 /// The seeded source of random numbers.
 #pragma once
 

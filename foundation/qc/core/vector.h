@@ -1,3 +1,4 @@
+/// \file
 /// Pairs of numbers and the plane vector, which is also the point type of every outline.
 #pragma once
 

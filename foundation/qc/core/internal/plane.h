@@ -1,3 +1,4 @@
+/// \file
 /// Deciding arithmetic on lines and segments in plain numbers. The shape classes and the hot loops
 /// over many points share it, so that both come to the same bits.
 #pragma once
