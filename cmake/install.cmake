@@ -16,5 +16,7 @@ write_basic_package_version_file(cntrConfigVersion.cmake COMPATIBILITY SameMinor
 install(FILES ${PROJECT_BINARY_DIR}/cntrConfig.cmake ${PROJECT_BINARY_DIR}/cntrConfigVersion.cmake
     DESTINATION ${package_dir})
 
+# Relative to the file, so that it holds under every prefix the package is installed to.
+file(RELATIVE_PATH pc_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 configure_file(cmake/cntr.pc.in cntr.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/cntr.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

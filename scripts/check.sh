@@ -54,12 +54,11 @@ step_install() {  # a program elsewhere finds the installed package and works
     done
     cmake -G Ninja -S tests/consumer -B "$work/subdirectory" -DCNTR_SOURCE="$PWD" &&
         cmake --build "$work/subdirectory" && "$work/subdirectory/consumer" || return
-    local pc
-    pc=$(dirname "$(find "$work/prefix" -name cntr.pc)")
-    # shellcheck disable=SC2046
+    local folder flags
+    folder=$(dirname "$(find "$work/prefix" -name cntr.pc)")
+    read -ra flags < <(PKG_CONFIG_PATH=$folder pkg-config --cflags --libs cntr)
     g++ -std=c++17 tests/consumer/main.cpp -o "$work/by_pkg_config" \
-        $(PKG_CONFIG_PATH=$pc pkg-config --cflags --libs cntr) -Wl,-rpath,"$(dirname "$pc")" &&
-        "$work/by_pkg_config"
+        "${flags[@]}" -Wl,-rpath,"$folder/.." && "$work/by_pkg_config"
 }
 
 step_symbols() {  # exactly the listed names are exported (release build, g++)
