@@ -9,7 +9,8 @@
 class qcArchive;
 
 /// An edge point. By default at (0, 0) with magnitude 0 and angle 0.
-class qcEdgelet {
+// Exported although all of it is inline: a template of a hidden class would be hidden too.
+class QC_EXPORT qcEdgelet {
 public:
     constexpr qcEdgelet() noexcept = default;
     constexpr qcEdgelet(qcVector<2> const& position, unsigned short magnitude,

@@ -1,0 +1,62 @@
+// The vertex and the point of a contour nearest to a given point.
+#include <cntr/contour.h>
+
+#include "cntr/internal/edge_walk.h"
+
+#include <qc/core/internal/plane.h>
+
+#include <limits>
+
+namespace {
+
+/// The point of the edge from a to b nearest to `point`.
+qcVector<2> nearestOnEdge(qcVector<2> const& a, qcVector<2> const& b, qcVector<2> const& point)
+{
+    qcVector<2> const direction = b - a;
+    double const t = ((point - a) * direction) / (direction * direction);
+    if (!(t > 0))  // also the 0/0 of an edge of no length
+        return a;
+    if (t >= 1)
+        return b;
+    return qnInternal::footOnLine(a, direction, point);
+}
+
+}  // namespace
+
+long qcContour::closestVertexIndex(qcVector<2> const& point) const
+{
+    checkEmptyContour();
+    double best = std::numeric_limits<double>::infinity();
+    std::size_t index = 0;
+    for (std::size_t i = 0; i < points_.size(); ++i) {
+        double const d = point.distance(points_[i]);
+        if (d < best) {
+            best = d;
+            index = i;
+        }
+    }
+    return static_cast<long>(index);
+}
+
+qcVector<2> qcContour::closestPoint(qcVector<2> const& point, bool verticesOnly) const
+{
+    checkEmptyContour();
+    if (verticesOnly)
+        return points_[static_cast<std::size_t>(qcContour::closestVertexIndex(point))];
+    double best = std::numeric_limits<double>::infinity();
+    qcVector<2> result;
+    qnInternal::forEachEdge(points_, isClosed(),
+                            [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {
+                                double const d = qnInternal::segmentDistance(from, to, point);
+                                if (d < best) {
+                                    best = d;
+                                    result = nearestOnEdge(from, to, point);
+                                }
+                            });
+    return result;
+}
+
+double qcContour::distToPoint(qcVector<2> const& point, bool verticesOnly) const
+{
+    return qcContour::closestPoint(point, verticesOnly).distance(point);
+}

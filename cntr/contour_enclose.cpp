@@ -1,0 +1,90 @@
+// Simpler shapes around a contour: rectangle, circle, diameter.
+#include <cntr/contour.h>
+
+#include "cntr/internal/box.h"
+#include "cntr/internal/contour_caches.h"
+
+namespace {
+
+/// The box of all points, each seen through `map`.
+template <class Map>
+qnInternal::Box boxOfMapped(std::vector<qcVector<2>> const& points, Map map)
+{
+    auto box = qnInternal::boxOf(map(points.front()));
+    for (auto const& point : points)
+        qnInternal::enclose(box, map(point));
+    return box;
+}
+
+/// Through enclose(), which keeps exact corners where corner and size would round.
+qcRect toRect(qnInternal::Box const& box)
+{
+    return qcRect(box.min, qcVector<2>()).enclose(qcRect(box.max, qcVector<2>()));
+}
+
+}  // namespace
+
+qcContour::Box const& qcContour::boundingBox() const
+{
+    if (!boundingBox_) {
+        auto const box = boxOfMapped(points_, [](qcVector<2> const& p) { return p; });
+        boundingBox_ = Box(box.min, box.max);
+    }
+    return *boundingBox_;
+}
+
+qcRect qcContour::encloseRect(qcXform<2> const& xform) const
+{
+    checkEmptyContour();
+    auto const compute = [&] {
+        if (qnInternal::isIdentity(xform))
+            return toRect({boundingBox().first, boundingBox().second});
+        return toRect(boxOfMapped(points_, [&](qcVector<2> const& p) { return xform * p; }));
+    };
+    return qnInternal::cachedRect(encloseRectCache_, xform, cachedVectorSize_, compute, [] {});
+}
+
+qcCircle qcContour::encloseCircle(qcContourDefs::DiameterMode mode) const
+{
+    if (mode != qcContourDefs::eFarthestPair && mode != qcContourDefs::eFromFirstPoint)
+        throw qcContourDefs::BadParams(L"diameterMode is not one of the valid enums");
+    auto& circle = encloseCircles_[static_cast<std::size_t>(mode)];
+    if (!circle)
+        circle = mode == qcContourDefs::eFarthestPair ? farthestPairCircle() : firstPointCircle();
+    return qcCircle(circle->center, circle->radius);
+}
+
+double qcContour::diameter(qcContourDefs::DiameterMode mode) const
+{
+    return 2.0 * encloseCircle(mode).radius();
+}
+
+qcContour::Circle qcContour::farthestPairCircle() const
+{
+    Circle circle;
+    double best = 0;
+    // Distances are symmetric, so the first of all ordered pairs to reach the maximum has i < j.
+    for (std::size_t i = 0; i < points_.size(); ++i)
+        for (std::size_t j = i + 1; j < points_.size(); ++j) {
+            double const d = points_[i].distance(points_[j]);
+            if (d > best) {
+                best = d;
+                circle = {(points_[i] + points_[j]) * 0.5, d * 0.5};
+            }
+        }
+    return circle;
+}
+
+qcContour::Circle qcContour::firstPointCircle() const
+{
+    Circle circle;
+    if (points_.empty())
+        return circle;
+    circle.center = points_.front();
+    for (auto const& point : points_) {
+        double const d = circle.center.distance(point);
+        if (d > circle.radius)
+            circle.radius = d;
+    }
+    return circle;
+}

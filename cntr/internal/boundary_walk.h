@@ -1,0 +1,72 @@
+/// The walk along the outer boundary of an outline that crosses itself.
+#pragma once
+
+#include "cntr/internal/edge_hits.h"
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+namespace qnInternal {
+
+/// Where a boundary walk stands: at `point`, on the way to or from the vertex `next`.
+struct WalkState {
+    qcVector<2> point;
+    long next;
+    bool forward;
+};
+
+/// The same state bit for bit in its meaning: one that comes again comes again for ever. NaN is
+/// taken to equal itself, so that a walk through such vertices is seen to repeat as well.
+inline bool sameState(WalkState const& a, WalkState const& b)
+{
+    auto const same = [](double u, double v) { return u == v || (u != u && v != v); };
+    return a.next == b.next && a.forward == b.forward && same(a.point.x(), b.point.x()) &&
+           same(a.point.y(), b.point.y());
+}
+
+/// Takes one step: to the first crossing on the way, where the walk turns onto the crossed edge and
+/// reverses its direction, or else to the vertex ahead.
+///
+/// `firstCrossing(from, to)` gives the first crossing of the outline strictly between two points.
+template <class FirstCrossing>
+WalkState stepAlong(std::vector<qcVector<2>> const& outline, WalkState const& state,
+                    FirstCrossing const& firstCrossing)
+{
+    auto const count = static_cast<long>(outline.size());
+    long const ahead = state.forward ? state.next : (state.next + count - 1) % count;
+    qcVector<2> const& target = outline[static_cast<std::size_t>(ahead)];
+    if (auto const hit = firstCrossing(state.point, target))
+        return {hit->point, hit->edge, !state.forward};
+    long const step = state.forward ? 1 : count - 1;
+    return {target, (state.next + step) % count, state.forward};
+}
+
+/// The points met on the way from vertex `start`, first towards vertex start + 1, until the walk is
+/// back at its first point exactly; that point is the last one. Nothing for a walk that comes back
+/// to a state it was in without meeting its first point: it would never end.
+template <class FirstCrossing>
+std::optional<std::vector<qcVector<2>>> walkBoundary(std::vector<qcVector<2>> const& outline,
+                                                     long start, FirstCrossing const& firstCrossing)
+{
+    qcVector<2> const first = outline[static_cast<std::size_t>(start)];
+    WalkState state{first, start + 1, true};
+    std::vector<qcVector<2>> walked;
+    // One remembered state suffices to see a repetition, if it is renewed ever more rarely.
+    WalkState remembered = state;
+    std::size_t renewAt = 2;
+    do {
+        state = stepAlong(outline, state, firstCrossing);
+        walked.push_back(state.point);
+        if (state.point == first)
+            return walked;
+        if (sameState(state, remembered))
+            return std::nullopt;
+        if (walked.size() == renewAt) {
+            remembered = state;
+            renewAt *= 2;
+        }
+    } while (true);
+}
+
+}  // namespace qnInternal

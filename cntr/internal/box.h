@@ -1,0 +1,39 @@
+/// Axis-aligned boxes in plain numbers, with the same rules as qcRect.
+#pragma once
+
+#include <qc/core/vector.h>
+
+namespace qnInternal {
+
+struct Box {
+    qcVector<2> min;
+    qcVector<2> max;
+};
+
+/// The box of no size at a point.
+inline Box boxOf(qcVector<2> const& point)
+{
+    return {point, point};
+}
+
+/// Grows `box` to hold `point`. A coordinate that is NaN changes nothing.
+inline void enclose(Box& box, qcVector<2> const& point)
+{
+    if (point.x() < box.min.x())
+        box.min.x(point.x());
+    if (point.x() > box.max.x())
+        box.max.x(point.x());
+    if (point.y() < box.min.y())
+        box.min.y(point.y());
+    if (point.y() > box.max.y())
+        box.max.y(point.y());
+}
+
+/// Whether closed boxes share a point: touching ones do.
+inline bool overlap(Box const& a, Box const& b)
+{
+    return a.max.x() >= b.min.x() && !(a.min.x() > b.max.x()) && a.max.y() >= b.min.y() &&
+           !(a.min.y() > b.max.y());
+}
+
+}  // namespace qnInternal

@@ -1,0 +1,46 @@
+/// Whether a query segment meets an edge, and in what order its meetings lie: the exact test that
+/// every intersection of the library comes down to.
+#pragma once
+
+#include "cntr/internal/box.h"
+
+#include <qc/core/vector.h>
+
+#include <optional>
+#include <vector>
+
+namespace qnInternal {
+
+/// A meeting of a query segment with an edge.
+struct EdgeHit {
+    qcVector<2> point;
+    int edge;
+};
+
+/// A query segment from a to b.
+class HitQuery {
+public:
+    /// With `touchingEnds` false, edges within kOnSegment of a or b never meet the segment.
+    HitQuery(qcVector<2> const& a, qcVector<2> const& b, bool touchingEnds);
+
+    Box const& box() const { return box_; }
+
+    /// Where the edge between two points meets the segment. An edge whose ends are one point, or
+    /// parallel to the segment, does not.
+    std::optional<qcVector<2>> meets(qcVector<2> const& from, qcVector<2> const& to) const;
+
+    /// Orders hits along the segment, from a to b; hits come in ascending order of edges. The order
+    /// of hits equally far along is that of a plain exchange sort.
+    void sortAlong(std::vector<EdgeHit>& hits) const;
+
+private:
+    double key(EdgeHit const& hit) const { return (hit.point - a_) * direction_; }
+
+    qcVector<2> a_;
+    qcVector<2> b_;
+    qcVector<2> direction_;
+    Box box_;
+    bool touchingEnds_;
+};
+
+}  // namespace qnInternal

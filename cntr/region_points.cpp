@@ -1,0 +1,128 @@
+// A region and a point: containment, closest vertex, closest boundary point, distance.
+#include <cntr/region.h>
+
+#include "cntr/internal/ray_direction.h"
+
+#include <algorithm>
+
+namespace {
+
+/// A region asked about a point, and which of its holes to ask next.
+struct Asked {
+    qcRegion const* region;
+    std::size_t nextHole;
+};
+
+}  // namespace
+
+long qcRegion::insideCount(qcVector<2> const& point, bool twoRays) const
+{
+    if (!encloseRect(qcXform<2>()).within(point))
+        return 0;
+    auto const ray = qnInternal::rayDirection(points(), point);
+    if (!ray)
+        return 1;  // on a vertex
+    double const length = 2 * encloseCircle(qcContourDefs::eFromFirstPoint).radius();
+    auto const count = [&](qcVector<2> const& end) {
+        return static_cast<long>(crossings(qcLineSeg(point, end), false, false).size());
+    };
+    long const forward = count(point + *ray * length);
+    return twoRays ? std::min(forward, count(point - *ray * length)) : forward;
+}
+
+bool qcRegion::insideOutline(qcVector<2> const& point) const
+{
+    return insideCount(point, false) % 2 == 1;
+}
+
+bool qcRegion::inside(qcVector<2> const& point, bool considerHoles) const
+{
+    if (!considerHoles)
+        return insideOutline(point);
+    // Holes have holes of their own, to any depth, so the regions asked stand on a stack here. A
+    // region contains the point when its outline does and none of its holes does.
+    std::vector<Asked> asked;
+    qcRegion const* next = this;
+    bool answer = false;
+    while (true) {
+        if (next) {
+            answer = next->insideOutline(point);
+            if (answer && !next->holes_.empty()) {
+                asked.push_back({next, 1});
+                next = &*next->holes_.front();
+                continue;
+            }
+            next = nullptr;
+        }
+        if (asked.empty())
+            return answer;
+        Asked& outer = asked.back();
+        if (!answer && outer.nextHole < outer.region->holes_.size()) {
+            next = &*outer.region->holes_[outer.nextHole++];
+            continue;
+        }
+        answer = !answer;  // inside a hole is outside its region, and outside all of them inside
+        asked.pop_back();
+    }
+}
+
+long qcRegion::closestVertexIndex(qcVector<2> const& point) const
+{
+    return qcContour::closestVertexIndex(point);
+}
+
+long qcRegion::closestVertexIndex(qcVector<2> const& point, bool considerHoles, long& which) const
+{
+    which = -1;
+    long closest = qcContour::closestVertexIndex(point);
+    if (!considerHoles || holes_.empty())
+        return closest;
+    double best = point.distance(points()[static_cast<std::size_t>(closest)]);
+    for (std::size_t i = 0; i < holes_.size(); ++i) {
+        qcRegion const& hole = *holes_[i];
+        long const candidate = hole.qcContour::closestVertexIndex(point);
+        double const d = point.distance(hole.points()[static_cast<std::size_t>(candidate)]);
+        if (d < best) {
+            which = static_cast<long>(i);
+            closest = candidate;
+            best = d;
+        }
+    }
+    return closest;
+}
+
+qcVector<2> qcRegion::closestPoint(qcVector<2> const& point, bool verticesOnly, bool considerHoles)
+{
+    return boundaryPoint(point, verticesOnly, considerHoles);
+}
+
+qcVector<2> qcRegion::boundaryPoint(qcVector<2> const& point, bool verticesOnly,
+                                    bool considerHoles) const
+{
+    if (verticesOnly) {
+        long which = -1;
+        auto const index =
+            static_cast<std::size_t>(closestVertexIndex(point, considerHoles, which));
+        return which < 0 ? points()[index]
+                         : holes_[static_cast<std::size_t>(which)]->points()[index];
+    }
+    qcVector<2> best = qcContour::closestPoint(point, false);
+    double distance = point.distance(best);
+    for (auto const& hole : holes_) {
+        qcVector<2> const candidate = hole->qcContour::closestPoint(point, false);
+        double const d = point.distance(candidate);
+        if (d < distance) {
+            distance = d;
+            best = candidate;
+        }
+    }
+    return best;
+}
+
+double qcRegion::distToPoint(qcVector<2> const& point, bool verticesOnly, bool considerHoles,
+                             bool insideIsZero) const
+{
+    if (insideIsZero && inside(point, considerHoles))
+        return 0.0;
+    return point.distance(boundaryPoint(point, verticesOnly, considerHoles));
+}

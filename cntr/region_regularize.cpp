@@ -1,0 +1,84 @@
+// The regularised outline of a region: start edge, boundary walk, cached results.
+#include <cntr/region.h>
+
+#include "cntr/internal/boundary_walk.h"
+#include "cntr/internal/region_loops.h"
+#include "cntr/internal/tolerances.h"
+
+void qcRegion::regularize(qcRegion& result) const
+{
+    cleaned(regularized_, false, result);
+}
+
+void qcRegion::outerHull(qcRegion& result) const
+{
+    cleaned(outerHull_, true, result);
+}
+
+void qcRegion::cleaned(Result& cache, bool outerHullStage, qcRegion& result) const
+{
+    if (!isSelfIntersecting()) {
+        result = *this;
+        return;
+    }
+    if (!cache.valid) {
+        qcPtrHandle<qcRegion> const fresh(
+            new qcRegion(std::vector<qcVector<2>>(), qcContourDefs::eIgnore));
+        cache.region = fresh;
+        outerHullRegularize(*fresh, outerHullStage);
+        cache.valid = true;
+    }
+    // Held here as well: where `result` is this region, the assignment replaces the handle.
+    auto const held = cache.region;
+    result = *held;
+}
+
+void qcRegion::outerHullRegularize(qcRegion& result, bool outerHullStage) const
+{
+    checkEmptyContour();
+    auto const boundary = walkBoundary(startEdge());
+    if (outerHullStage)
+        result = qcRegion(qnInternal::outermostLoops(boundary), qcContourDefs::eIgnore);
+    else
+        result = qcRegion(boundary, qcContourDefs::eIgnore);
+}
+
+long qcRegion::startEdge() const
+{
+    double const probe = qnInternal::kProbe * medianFeatureSize();
+    auto const last = static_cast<long>(points().size()) - 1;
+    for (long i = 0; i < last; ++i)
+        if (facesOutside(i, probe))
+            return i;
+    throw qcContourDefs::BadParams(L"invalid contour");
+}
+
+bool qcRegion::facesOutside(long edge, double probe) const
+{
+    qcVector<2> const& from = points()[static_cast<std::size_t>(edge)];
+    qcVector<2> const& to = points()[static_cast<std::size_t>(edge) + 1];
+    qcVector<2> const along = (from - to).unit();
+    qcVector<2> const middle = (from + to) * 0.5;
+    qcVector<2> const across = qcVector<2>(-along.y(), along.x()) * probe;
+    qcVector<2> const a = middle + across;
+    qcVector<2> const b = middle - across;
+    return crossings(qcLineSeg(a, b), true, false).size() == 1 &&
+           crossings(qcLineSeg(from, to), true, false).size() == 2 &&
+           (insideCount(a, true) == 0 || insideCount(b, true) == 0);
+}
+
+std::vector<qcVector<2>> qcRegion::walkBoundary(long start) const
+{
+    auto const firstCrossing = [this](qcVector<2> const& from, qcVector<2> const& to) {
+        std::vector<int> edges;
+        auto const found = qcContour::intersections(qcLineSeg(from, to), edges, false);
+        std::optional<qnInternal::EdgeHit> first;
+        if (!found.empty())
+            first = qnInternal::EdgeHit{found.front(), edges.front()};
+        return first;
+    };
+    auto walked = qnInternal::walkBoundary(points(), start, firstCrossing);
+    if (!walked)
+        throw qcContourDefs::BadParams(L"invalid contour");
+    return *walked;
+}
