@@ -54,7 +54,7 @@ struct qcCircleFitResults {
 ///
 /// The result follows the points through any translation and scale, within the rounding of their
 /// coordinates. Points that are left out are chosen once, after a fit of all; of equally distant
-/// ones the later in the list goes. Linear in the points, apart from counting few distinct ones.
+/// ones the later in the list goes. Linear in the points; leaving some out sorts them.
 ///
 /// Throws qcFitError::BadParams for parameters out of range, NotFinite for a coordinate or a
 /// result that is not finite, TooFewPoints for fewer than 3 distinct points used, Degenerate for

@@ -48,7 +48,8 @@ private:
 struct qcEllipseFitResults {
     qcEllipse ellipse;
     /// Root mean square of |F| / |grad F|, the distance from the ellipse to first order, over the
-    /// points used, in their units.
+    /// points used, in their units. A point at the very centre, where the gradient vanishes, counts
+    /// with its distance, the shorter radius.
     double residual = 0.0;
 };
 
@@ -56,11 +57,15 @@ struct qcEllipseFitResults {
 ///
 /// The result follows the points through any translation and scale, within the rounding of their
 /// coordinates. Points that are left out are chosen once, after a fit of all; of equally distant
-/// ones the later in the list goes. The first radius is the longer one. Both flags of the ellipse's geometry are false. Linear in the
-/// points, apart from counting few distinct ones.
+/// ones the later in the list goes. The first radius is the longer one, and both flags of the
+/// ellipse's geometry are false. Linear in the points; leaving some out sorts them.
+///
+/// The fit always looks for an ellipse, so points of another shape give the ellipse that serves
+/// them best, with a residual that shows it.
 ///
 /// Throws qcFitError::BadParams for parameters out of range, NotFinite for a coordinate or a
-/// result that is not finite, TooFewPoints for fewer than 5 distinct points used, Degenerate for
-/// points that do not pin down one curve (on one or two lines), NotAnEllipse, ResidualTooLarge.
+/// result that is not finite, TooFewPoints for fewer than 5 distinct points used, Degenerate where
+/// several curves of second degree fit equally well (points on a line, or all but one),
+/// NotAnEllipse where the best ellipse is a parabola within rounding, ResidualTooLarge.
 QC_EXPORT void qfEllipseFit(qcEllipseFitParams const& params,
                             std::vector<qcVector<2>> const& points, qcEllipseFitResults& results);

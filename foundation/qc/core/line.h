@@ -84,8 +84,6 @@ protected:
     void dispatchSerialize(qcArchive& archive) override;
 
 private:
-    friend struct qc_FoundationFactories;
-
     qcVector<2> point_;
     qcVector<2> direction_;
 };
@@ -126,8 +124,6 @@ protected:
     void dispatchSerialize(qcArchive& archive) override;
 
 private:
-    friend struct qc_FoundationFactories;
-
     qcVector<2> p1_;
     qcVector<2> p2_;
 };

@@ -69,8 +69,6 @@ protected:
     void dispatchSerialize(qcArchive& archive) override;
 
 private:
-    friend struct qc_FoundationFactories;
-
     static constexpr qcVector<2> smaller(qcVector<2> const& a, qcVector<2> const& b) noexcept
     {
         return {b.x() < a.x() ? b.x() : a.x(), b.y() < a.y() ? b.y() : a.y()};
@@ -118,8 +116,6 @@ protected:
     void dispatchSerialize(qcArchive& archive) override;
 
 private:
-    friend struct qc_FoundationFactories;
-
     qcVector<2> center_;
     double radius_ = 0.0;
 };

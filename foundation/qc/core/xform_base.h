@@ -25,7 +25,8 @@ public:
     /// The way back as a new transform; a null handle where there is none.
     virtual qcPtrHandle<qc2XformBase> inverseBase() const = 0;
 
-    /// A new transform that applies `inner` first, then this one. It is linear when both are.
+    /// A new transform that applies `inner` first, then this one. Where both are linear it is a
+    /// qc2XformLinear; where one is not it is a null handle, unless that class knows better.
     virtual qcPtrHandle<qc2XformBase> composeBase(qc2XformBase const& inner) const;
 
     /// The image of `point`.
@@ -78,8 +79,6 @@ protected:
     void dispatchSerialize(qcArchive& archive) override;
 
 private:
-    friend struct qc_FoundationFactories;
-
     void serialize_(qcArchive& archive, unsigned char version);
 
     qcXform<2> xform_;
@@ -111,40 +110,8 @@ protected:
     void dispatchSerialize(qcArchive& archive) override;
 
 private:
-    friend struct qc_FoundationFactories;
-
     void serialize_(qcArchive& archive, unsigned char version);
 
     qcDegree angle_;
     qcXform<2> xform_;  // the same as matrix and vector
-};
-
-/// One transform after another, for kinds that do not melt into one matrix.
-class QC_EXPORT qc2XformComposed : public qc2XformBase {
-public:
-    /// The identity.
-    qc2XformComposed() noexcept {}
-    /// Clones of both; `inner` is applied first.
-    qc2XformComposed(qc2XformBase const& outer, qc2XformBase const& inner);
-    qc2XformComposed(qc2XformComposed const& other);
-    qc2XformComposed& operator=(qc2XformComposed const& other);
-    ~qc2XformComposed() override;
-
-    qcPtrHandle<qc2XformBase> clone() const override;
-    /// Null where a part has no way back.
-    qcPtrHandle<qc2XformBase> inverseBase() const override;
-    qcVector<2> mapPoint(qcVector<2> const& point) const override;
-    qcXform<2> linearXform(qcVector<2> const& point) const override;
-    bool isLinear() const override;
-
-protected:
-    void dispatchSerialize(qcArchive& archive) override;
-
-private:
-    friend struct qc_FoundationFactories;
-
-    void serialize_(qcArchive& archive, unsigned char version);
-
-    qcPtrHandle<qc2XformBase> outer_;  // null: the identity, and inner_ is null as well
-    qcPtrHandle<qc2XformBase> inner_;
 };
