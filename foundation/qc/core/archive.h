@@ -36,8 +36,9 @@ class qcRepBase;
 /// nothing. So each object needs an address of its own until the archive closes. Within the record
 /// of another object a second visit streams nothing, on both sides alike.
 ///
-/// An operation that ends in an exception spoils the archive (Unusable from then on): its position
-/// is that of no record. It has no effect on any other archive.
+/// An object or a pointer record that ends in an exception spoils the archive (Unusable from then
+/// on), since its position is that of no record; AlreadyStreamed at the top level alone does not,
+/// for it comes before anything moves. Other archives are not affected.
 ///
 /// One archive is used by one thread at a time; different archives are independent.
 class QC_EXPORT qcArchive {

@@ -1,0 +1,429 @@
+/// \file
+/// The archive: values and their bytes, the objects it knows, pointer records.
+#include <qc/core/archive.h>
+#include <qc/core/handle.h>
+#include <qc/core/internal/factories.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <functional>
+#include <limits>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+namespace {
+
+enum PointerTag : unsigned char { kNull = 0, kNew = 1, kReference = 2 };
+
+constexpr unsigned long long kLargest32 = 0xFFFFFFFFULL;
+
+// What `objects_->numbers` holds for an object that was streamed in place.
+constexpr unsigned long kInPlace = 0;
+
+constexpr bool kLittleEndian = __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__;
+
+static_assert(sizeof(double) == 8 && std::numeric_limits<double>::is_iec559);
+static_assert(sizeof(qcVector<2>) == 16 && std::is_trivially_copyable<qcVector<2>>::value);
+
+struct Block {
+    void* address;
+    unsigned long long size;
+    bool operator==(Block const& b) const noexcept
+    {
+        return address == b.address && size == b.size;
+    }
+};
+
+struct BlockHash {
+    std::size_t operator()(Block const& b) const noexcept
+    {
+        return std::hash<void*>()(b.address) + std::hash<unsigned long long>()(b.size) * 31;
+    }
+};
+
+void const* wholeObject(qcPersistent const* object)
+{
+    return dynamic_cast<void const*>(object);
+}
+
+// The archive whose operation is under way on this thread. Plain data, so that it does not keep
+// the library in memory.
+thread_local qcArchive* current = nullptr;
+
+}  // namespace
+
+struct qcArchive::Objects {
+    struct Created {
+        qcPersistent* object;
+        qcRepBase const* rep;  // shared by the archive when the class is counted
+        bool owned;            // otherwise: not claimed
+        bool complete;
+    };
+
+    std::unordered_set<Block, BlockHash> visited;
+    std::unordered_map<void const*, unsigned long> numbers;
+    std::vector<Created> created;         // while loading, by number less 1
+    std::vector<qcRepBase const*> shared;  // while storing: kept, so that no address is used twice
+    unsigned long lastStored = 0;
+
+    Created* find(qcPersistent const* object)
+    {
+        if (!object)
+            return nullptr;
+        auto const found = numbers.find(wholeObject(object));
+        bool const known = found != numbers.end() && found->second != kInPlace;
+        return known && found->second <= created.size() ? &created[found->second - 1] : nullptr;
+    }
+
+    ~Objects()
+    {
+        for (Created const& one : created) {
+            qc_PtrHandleBase_RepAccessor::release(one.rep);
+            if (!one.rep && one.owned)
+                delete one.object;
+        }
+        for (qcRepBase const* rep : shared)
+            qc_PtrHandleBase_RepAccessor::release(rep);
+    }
+};
+
+/// One level of nesting: while it lives, haveVisited and setVisited speak to its archive.
+class qcArchive::Operation {
+public:
+    explicit Operation(qcArchive& archive) : archive_(archive), outer_(current)
+    {
+        if (archive.depth_ >= archive.nestingLimit_) {
+            throw NestingTooDeep("objects within objects beyond the limit of " +
+                                 std::to_string(archive.nestingLimit_));
+        }
+        ++archive.depth_;
+        current = &archive;
+    }
+
+    ~Operation()
+    {
+        --archive_.depth_;
+        current = outer_;
+    }
+
+    Operation(Operation const&) = delete;
+    Operation& operator=(Operation const&) = delete;
+
+private:
+    qcArchive& archive_;
+    qcArchive* outer_;
+};
+
+// --- life -----------------------------------------------------------------------------------------
+
+qcArchive::qcArchive(bool storing) : storing_(storing), objects_(std::make_unique<Objects>()) {}
+
+qcArchive::~qcArchive() = default;
+
+void qcArchive::close()
+{
+    if (closed_)
+        return;
+    if (depth_ > 0)
+        throw Unusable("an archive cannot be closed by an object that it is streaming");
+    closed_ = true;
+    std::unique_ptr<Objects> const done = std::move(objects_);
+    if (storing_ && spoiled_)
+        throw Unusable("storing failed, so there is no archive to close");
+    close_();
+}
+
+void qcArchive::requireUsable() const
+{
+    if (closed_)
+        throw Unusable("the archive is closed");
+    if (spoiled_)
+        throw Unusable("an earlier operation on the archive failed");
+}
+
+// --- values ---------------------------------------------------------------------------------------
+
+void qcArchive::bytes(unsigned char* values, std::size_t count)
+{
+    requireUsable();
+    if (storing_) {
+        write_(values, count);
+        return;
+    }
+    if (count > remaining_())
+        throw EndOfData("the data end before the value");
+    read_(values, count);
+}
+
+unsigned long long qcArchive::remaining() const
+{
+    return storing_ || closed_ ? 0 : remaining_();
+}
+
+void qcArchive::number(unsigned long& value)
+{
+    unsigned char data[4];
+    for (int i = 0; i < 4; ++i)
+        data[i] = static_cast<unsigned char>((value >> (8 * i)) & 0xFF);
+    bytes(data, 4);
+    if (storing_)
+        return;
+    value = 0;
+    for (int i = 0; i < 4; ++i)
+        value |= static_cast<unsigned long>(data[i]) << (8 * i);
+}
+
+qcArchive& qcArchive::operator||(bool& value)
+{
+    unsigned char data = value ? 1 : 0;
+    bytes(&data, 1);
+    if (data > 1)
+        throw ValueOutOfRange("a bool that is neither 0 nor 1");
+    value = data == 1;
+    return *this;
+}
+
+qcArchive& qcArchive::operator||(long& value)
+{
+    if (storing_ && (value < std::numeric_limits<std::int32_t>::min() ||
+                     value > std::numeric_limits<std::int32_t>::max()))
+        throw ValueOutOfRange("a long that does not fit 32 bits: " + std::to_string(value));
+    unsigned long bits = static_cast<unsigned long>(value) & kLargest32;
+    number(bits);
+    value = static_cast<std::int32_t>(static_cast<std::uint32_t>(bits));
+    return *this;
+}
+
+qcArchive& qcArchive::operator||(unsigned long& value)
+{
+    if (storing_ && value > kLargest32) {
+        throw ValueOutOfRange("an unsigned long that does not fit 32 bits: " +
+                              std::to_string(value));
+    }
+    number(value);
+    return *this;
+}
+
+qcArchive& qcArchive::operator||(double& value)
+{
+    doubles(&value, 1);
+    return *this;
+}
+
+void qcArchive::doubles(double* values, std::size_t count)
+{
+    if (kLittleEndian) {
+        if (count > std::numeric_limits<std::size_t>::max() / sizeof(double))
+            throw BadCount("more doubles than memory can hold");
+        bytes(reinterpret_cast<unsigned char*>(values), count * sizeof(double));
+        return;
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        auto* const data = reinterpret_cast<unsigned char*>(values + i);
+        unsigned char reversed[sizeof(double)];
+        std::reverse_copy(data, data + sizeof(double), reversed);
+        bytes(reversed, sizeof(double));
+        std::reverse_copy(reversed, reversed + sizeof(double), data);
+    }
+}
+
+void qcArchive::vectors(qcVector<2>* values, std::size_t count)
+{
+    if (kLittleEndian && count <= std::numeric_limits<std::size_t>::max() / sizeof(qcVector<2>)) {
+        bytes(reinterpret_cast<unsigned char*>(values), count * sizeof(qcVector<2>));
+        return;
+    }
+    for (std::size_t i = 0; i < count; ++i)
+        *this || values[i];
+}
+
+unsigned long qcArchive::count(unsigned long n, std::size_t minimumBytesPerItem)
+{
+    *this || n;
+    unsigned long long const each = std::max<unsigned long long>(minimumBytesPerItem, 1);
+    if (!storing_ && n > remaining_() / each) {
+        throw BadCount("a count of " + std::to_string(n) + " items where " +
+                       std::to_string(remaining_()) + " bytes remain");
+    }
+    return n;
+}
+
+qcArchive& operator||(qcArchive& archive, unsigned char& value)
+{
+    archive.bytes(&value, 1);
+    return archive;
+}
+
+qcArchive& operator||(qcArchive& archive, qcVector<2>& value)
+{
+    double xy[2] = {value.x(), value.y()};
+    archive.doubles(xy, 2);
+    value = qcVector<2>(xy[0], xy[1]);
+    return archive;
+}
+
+// --- objects --------------------------------------------------------------------------------------
+
+bool qcPersistent::haveVisited(void* address, unsigned long long size)
+{
+    return current && current->objects_->visited.count(Block{address, size}) != 0;
+}
+
+void qcPersistent::setVisited(void* address, unsigned long long size)
+{
+    if (current)
+        current->objects_->visited.insert(Block{address, size});
+}
+
+void qcPersistent::serializePointer(qcArchive& archive, qcPersistent* object,
+                                    qcPersistent*& loaded)
+{
+    archive.requireUsable();
+    try {
+        if (archive.isStoring())
+            archive.storePointer(object);
+        else
+            loaded = archive.loadPointer();
+    } catch (...) {
+        archive.spoiled_ = true;
+        throw;
+    }
+}
+
+qcArchive& operator||(qcArchive& archive, qcPersistent& object)
+{
+    archive.requireUsable();
+    archive.streamInPlace(object);
+    return archive;
+}
+
+void qcArchive::streamInPlace(qcPersistent& object)
+{
+    auto const entry = objects_->numbers.emplace(wholeObject(&object), kInPlace);
+    if (!entry.second && depth_ == 0) {
+        throw AlreadyStreamed(storing_ ? "an object at this address has been stored before"
+                                       : "an object at this address has been loaded before");
+    }
+    try {
+        Operation const operation(*this);
+        streamObject(object);
+    } catch (...) {
+        spoiled_ = true;
+        throw;
+    }
+}
+
+void qcArchive::streamObject(qcPersistent& object)
+{
+    object.dispatchSerialize(*this);
+    if (!storing_)
+        object.reInit();
+}
+
+void qcArchive::storePointer(qcPersistent* object)
+{
+    unsigned char tag = kNull;
+    if (!object) {
+        *this || tag;
+        return;
+    }
+    auto const known = objects_->numbers.find(wholeObject(object));
+    if (known == objects_->numbers.end()) {
+        storeNew(*object);
+        return;
+    }
+    if (known->second == kInPlace)
+        throw BadReference("an object stored in place cannot be stored by pointer as well");
+    tag = kReference;
+    *this || tag;
+    unsigned long number = known->second;
+    *this || number;
+}
+
+void qcArchive::storeNew(qcPersistent& object)
+{
+    std::string const name = qnInternal::registeredName(typeid(object));
+    if (name.empty())
+        throw UnknownClass(std::string("no factory for the class of the object: ") +
+                           typeid(object).name());
+    objects_->numbers.emplace(wholeObject(&object), ++objects_->lastStored);
+
+    // Only what a handle holds may be shared: another object may be on the stack.
+    auto const rep = dynamic_cast<qcRepBase const*>(&object);
+    if (rep && rep->refCount() > 0) {
+        objects_->shared.push_back(rep);
+        qc_PtrHandleBase_RepAccessor::retain(rep);
+    }
+    Operation const operation(*this);
+    unsigned char tag = kNew;
+    *this || tag;
+    className(name);
+    streamObject(object);
+}
+
+std::string qcArchive::className(std::string name)
+{
+    name.resize(count(name.size(), 1));
+    bytes(reinterpret_cast<unsigned char*>(&name[0]), name.size());
+    return name;
+}
+
+qcPersistent* qcArchive::loadPointer()
+{
+    unsigned char tag = kNull;
+    *this || tag;
+    if (tag == kNull)
+        return nullptr;
+    if (tag == kNew)
+        return loadNew();
+    if (tag != kReference)
+        throw ValueOutOfRange("a pointer record that is neither null, new nor a reference");
+    unsigned long number = 0;
+    *this || number;
+    if (number == 0 || number > objects_->created.size())
+        throw BadReference("a reference to object " + std::to_string(number) + " of " +
+                           std::to_string(objects_->created.size()));
+    Objects::Created const& target = objects_->created[number - 1];
+    if (!target.rep && !target.owned)
+        throw BadReference("a second reference to an object that has only one owner");
+    return target.object;
+}
+
+qcPersistent* qcArchive::loadNew()
+{
+    Operation const operation(*this);
+    std::string const name = className({});
+    qc_Instantiator::Factory const make = qnInternal::findFactory(name);
+    if (!make)
+        throw UnknownClass("no factory for a class of the archive");
+
+    auto& created = objects_->created;
+    created.reserve(created.size() == created.capacity() ? 2 * created.size() + 1 : 0);
+    qcPersistent* const object = make();
+    if (!object)
+        throw UnknownClass("the factory of " + name + " makes nothing");
+    auto const rep = dynamic_cast<qcRepBase const*>(object);
+    qc_PtrHandleBase_RepAccessor::retain(rep);
+    created.push_back({object, rep, true, false});  // has room: from here on it cannot be lost
+    std::size_t const index = created.size() - 1;
+    objects_->numbers[wholeObject(object)] = static_cast<unsigned long>(index + 1);
+    streamObject(*object);
+    created[index].complete = true;
+    return object;
+}
+
+bool qcArchive::isBeingLoaded(qcPersistent const* object) const
+{
+    Objects::Created const* const one = objects_ ? objects_->find(object) : nullptr;
+    return one && !one->complete;
+}
+
+std::unique_ptr<qcPersistent> qcArchive::claim(qcPersistent* object)
+{
+    Objects::Created* const one = objects_ ? objects_->find(object) : nullptr;
+    if (!one || one->rep || !one->owned)
+        return nullptr;
+    one->owned = false;
+    return std::unique_ptr<qcPersistent>(object);
+}

@@ -1,0 +1,176 @@
+/// \file
+/// Where the bytes of an archive are: in memory or in a file.
+#include <qc/core/archive.h>
+
+#include <atomic>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace {
+
+[[noreturn]] void fail(std::string const& action, std::string const& path, int error)
+{
+    throw qcArchive::FileError("cannot " + action + " '" + path + "': " + std::strerror(error));
+}
+
+// Where a link leads, so that the link stays and the file behind it is replaced.
+std::string behindLinks(std::string const& path)
+{
+    std::unique_ptr<char, void (*)(void*)> const real(::realpath(path.c_str(), nullptr), std::free);
+    return real ? real.get() : path;
+}
+
+}  // namespace
+
+// --- memory ---------------------------------------------------------------------------------------
+
+qcMemoryArchive::qcMemoryArchive() : qcArchive(true) {}
+
+qcMemoryArchive::qcMemoryArchive(std::vector<unsigned char> bytes)
+    : qcArchive(false), bytes_(std::move(bytes)), next_(bytes_.data()), end_(next_ + bytes_.size())
+{
+}
+
+qcMemoryArchive::qcMemoryArchive(unsigned char const* data, std::size_t size)
+    : qcArchive(false), next_(data), end_(data + size)
+{
+}
+
+qcMemoryArchive::~qcMemoryArchive() = default;
+
+void qcMemoryArchive::write_(unsigned char const* values, std::size_t count)
+{
+    bytes_.insert(bytes_.end(), values, values + count);
+}
+
+void qcMemoryArchive::read_(unsigned char* values, std::size_t count)
+{
+    if (count == 0)
+        return;
+    std::memcpy(values, next_, count);
+    next_ += count;
+}
+
+unsigned long long qcMemoryArchive::remaining_() const
+{
+    return static_cast<unsigned long long>(end_ - next_);
+}
+
+void qcMemoryArchive::close_() {}
+
+// --- file -----------------------------------------------------------------------------------------
+
+qcFileArchive::qcFileArchive(std::string const& path, Direction direction)
+    : qcArchive(direction == eStore), path_(path)
+{
+    if (isStoring())
+        openForStoring();
+    else
+        openForLoading();
+}
+
+qcFileArchive::~qcFileArchive()
+{
+    abandon();
+}
+
+void qcFileArchive::openForLoading()
+{
+    // Not to wait for the other end of a pipe, which is refused below.
+    int const descriptor = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0)
+        fail("open", path_, errno);
+    struct stat status = {};
+    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
+        ::close(descriptor);
+        throw FileError("not a regular file: '" + path_ + "'");
+    }
+    remainingBytes_ = static_cast<unsigned long long>(status.st_size);
+    file_ = ::fdopen(descriptor, "rb");
+    if (!file_) {
+        int const error = errno;
+        ::close(descriptor);
+        fail("open", path_, error);
+    }
+}
+
+void qcFileArchive::openForStoring()
+{
+    static std::atomic<unsigned> serial{0};
+    path_ = behindLinks(path_);
+    struct stat status = {};
+    bool const exists = ::stat(path_.c_str(), &status) == 0;
+    if (exists && !S_ISREG(status.st_mode))
+        throw FileError("not a regular file: '" + path_ + "'");
+
+    std::string const candidate =
+        path_ + ".part-" + std::to_string(::getpid()) + "-" + std::to_string(++serial);
+    int const descriptor =
+        ::open(candidate.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (descriptor < 0)
+        fail("create", candidate, errno);
+    temporaryPath_ = candidate;
+    if (exists)
+        (void)::fchmod(descriptor, status.st_mode & 0777U);  // else the mode of a new file serves
+    file_ = ::fdopen(descriptor, "wb");
+    if (!file_) {
+        int const error = errno;
+        ::close(descriptor);
+        abandon();
+        fail("create", candidate, error);
+    }
+}
+
+void qcFileArchive::abandon() noexcept
+{
+    if (file_)
+        std::fclose(std::exchange(file_, nullptr));
+    if (!temporaryPath_.empty())
+        ::unlink(temporaryPath_.c_str());
+    temporaryPath_.clear();
+}
+
+void qcFileArchive::write_(unsigned char const* values, std::size_t count)
+{
+    if (std::fwrite(values, 1, count, file_) != count)
+        fail("write", path_, errno);
+}
+
+void qcFileArchive::read_(unsigned char* values, std::size_t count)
+{
+    if (std::fread(values, 1, count, file_) != count)
+        fail("read", path_, std::ferror(file_) ? errno : EIO);
+    remainingBytes_ -= count;
+}
+
+unsigned long long qcFileArchive::remaining_() const
+{
+    return remainingBytes_;
+}
+
+void qcFileArchive::close_()
+{
+    if (!isStoring()) {
+        abandon();
+        return;
+    }
+    // An earlier write may have failed without anybody listening.
+    bool good = std::ferror(file_) == 0;
+    errno = 0;
+    good = good && std::fflush(file_) == 0 && ::fsync(::fileno(file_)) == 0;
+    int error = errno;
+    good = std::fclose(std::exchange(file_, nullptr)) == 0 && good;
+    if (good && ::rename(temporaryPath_.c_str(), path_.c_str()) == 0) {
+        temporaryPath_.clear();
+        return;
+    }
+    error = good || error == 0 ? errno : error;
+    abandon();
+    fail("write", path_, error == 0 ? EIO : error);
+}
