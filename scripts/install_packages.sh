@@ -6,7 +6,7 @@ packages=()
 for group; do
     case $group in
         build) packages+=(g++ cmake ninja-build libgtest-dev libcli11-dev nlohmann-json3-dev) ;;
-        check) packages+=(clang clang-tidy clang-tools clang-format libclang-rt-dev libbenchmark-dev
+        check) packages+=(clang clang-tidy clang-format libclang-rt-dev libbenchmark-dev
             python3 pkgconf binutils util-linux) ;;
         bench) packages+=(libbenchmark-dev) ;;
         docs) packages+=(doxygen) ;;
