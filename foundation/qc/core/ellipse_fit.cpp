@@ -186,6 +186,10 @@ qcEllipse::qcEllipseGeom principal(Image const& image, qcRadian reference)
     return {image.center, {longer.len(), shorter.len()}, (back ? -longer : longer).angle()};
 }
 
+/// A point inside with a first-order distance of this many radii lies at the centre: its gradient
+/// is rounding.
+constexpr double kAtCenter = 1e6;
+
 /// Where a circle was meant, the direction of its axes is rounding: it takes the reference.
 constexpr double kRound = 1e-14;
 
@@ -197,16 +201,17 @@ struct Fit {
 std::vector<double> distances(Points const& points, Form const& form, qcMatrix<2> const& back,
                               qcEllipse::qcEllipseGeom const& geom, double scale)
 {
-    qcMatrix<2> const there = back.inverse();
+    qcMatrix<2> const inverse = back.inverse();
+    qcMatrix<2> const there(inverse.element(0, 0), inverse.element(1, 0), inverse.element(0, 1),
+                            inverse.element(1, 1));  // transposed: gradients are covectors
     std::vector<double> result;
     result.reserve(points.size());
     for (auto const& p : points) {
-        qcVector<2> const slope = form.gradient(p);
-        qcVector<2> const gradient(slope.x() * there.element(0, 0) + slope.y() * there.element(1, 0),
-                                   slope.x() * there.element(0, 1) + slope.y() * there.element(1, 1));
-        double const steepness = gradient.len();
-        result.push_back(steepness > 0.0 ? std::fabs(form.at(p)) / steepness * scale
-                                         : geom.radii.y());
+        qcVector<2> const gradient = there * form.gradient(p);
+        double const value = form.at(p);
+        double const distance = value == 0.0 ? 0.0 : std::fabs(value) / gradient.len() * scale;
+        bool const atCenter = value < 0.0 && distance > kAtCenter * geom.radii.x();
+        result.push_back(atCenter ? geom.radii.y() : distance);
     }
     return result;
 }

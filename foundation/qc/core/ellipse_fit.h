@@ -48,8 +48,8 @@ private:
 struct qcEllipseFitResults {
     qcEllipse ellipse;
     /// Root mean square of |F| / |grad F|, the distance from the ellipse to first order, over the
-    /// points used, in their units. A point at the very centre, where the gradient vanishes, counts
-    /// with its distance, the shorter radius.
+    /// points used, in their units. A point at the centre (within about a millionth of the radii),
+    /// where the gradient vanishes, counts with its distance, the shorter radius.
     double residual = 0.0;
 };
 

@@ -1,0 +1,247 @@
+// Circle and ellipse fits: known curves come back at every scale and place, and what is no such
+// curve is refused.
+#include <qc/core/circle_fit.h>
+#include <qc/core/ellipse_fit.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Points = std::vector<qcVector<2>>;
+constexpr double kPi = 3.14159265358979323846;
+constexpr double kInf = std::numeric_limits<double>::infinity();
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+qcEllipseFitParams ellipseParams(double reference = 0.0, unsigned long ignored = 0,
+                                 double largest = HUGE_VAL)
+{
+    return {qcEllipseFitDefs::fit_mode(0), qcRadian(reference), ignored, largest};
+}
+
+qcCircleFitParams circleParams(double used = 1.0, unsigned long ignored = 0,
+                               double largest = HUGE_VAL)
+{
+    return {qcCircleFitDefs::fit_mode(0), used, ignored, largest};
+}
+
+Points onEllipse(qcEllipse::qcEllipseGeom const& geom, int count, double from = 0.0,
+                 double to = 2.0 * kPi)
+{
+    Points points;
+    for (int i = 0; i < count; ++i)
+        points.push_back(qcEllipse(geom).pointAt(qcRadian(from + (to - from) * i / count)));
+    return points;
+}
+
+/// Difference of two axis directions, which repeat every half turn.
+double axisDifference(double a, double b)
+{
+    return std::fabs(std::remainder(a - b, kPi));
+}
+
+template <class Params, class Results>
+std::string thrownBy(void (*fit)(Params const&, Points const&, Results&), Params const& params,
+                     Points const& points)
+{
+    Results results;
+    results.residual = -7.0;
+    try {
+        fit(params, points, results);
+        return "nothing";
+    } catch (qcFitError::Errors const& error) {
+        EXPECT_EQ(results.residual, -7.0) << "a fit that fails leaves the results alone";
+        EXPECT_NE(dynamic_cast<qcException const*>(&error), nullptr);
+        return error.what();
+    }
+}
+
+char const kParams[] = "fit: a parameter is out of range";
+char const kNotFinite[] = "fit: a coordinate or the result is not finite";
+char const kFew[] = "fit: too few distinct points";
+char const kDegenerate[] = "fit: the points do not pin down one curve";
+char const kNoEllipse[] = "fit: the best curve is no ellipse";
+char const kResidual[] = "fit: the residual is larger than accepted";
+
+}  // namespace
+
+TEST(EllipseFit, FindsKnownEllipsesAtEveryScaleAndPlace)
+{
+    struct { char const* name; double long_, short_, rotation, from, to, error; } const cases[] = {
+        {"plain", 3.0, 2.0, 0.4, 0.0, 2 * kPi, 1e-11},
+        {"nearly round", 1.0, 1.0 - 1e-5, 1.1, 0.0, 2 * kPi, 1e-9},
+        {"a thousand to one", 1000.0, 1.0, -0.7, 0.0, 2 * kPi, 1e-10},
+        {"a million to one", 1e6, 1.0, 0.3, 0.0, 2 * kPi, 1e-8},
+        {"half", 3.0, 2.0, 1.4, 0.0, kPi, 1e-10},
+        {"a twelfth", 3.0, 2.0, -1.2, 1.0, 1.0 + kPi / 6, 1e-6},
+    };
+    for (auto const& c : cases) {
+        for (double const scale : {1e-150, 1e-9, 1.0, 1e9, 1e150}) {
+            for (double const shift : {0.0, 1e3}) {  // in sizes of the ellipse
+                SCOPED_TRACE(testing::Message() << c.name << " scale " << scale << " at " << shift);
+                qcVector<2> const center(shift * scale * c.long_, -2.0 * shift * scale * c.long_);
+                auto const points = onEllipse({center, {c.long_ * scale, c.short_ * scale},
+                                               qcRadian(c.rotation)}, 60, c.from, c.to);
+                qcEllipseFitResults r;
+                qfEllipseFit(ellipseParams(c.rotation), points, r);
+                // A rounding of the coordinates is this much larger, to the short axis.
+                double const blur = 1.0 + shift * c.long_ / c.short_;
+                double const error = c.error * (shift > 0.0 ? blur : 1.0);
+                if (error > 1e-3)
+                    continue;
+                EXPECT_NEAR(r.ellipse.radii().x() / scale, c.long_, error * c.long_);
+                EXPECT_NEAR(r.ellipse.radii().y() / scale, c.short_, error * c.long_);
+                EXPECT_NEAR((r.ellipse.center() - center).x() / scale, 0.0, error * c.long_);
+                EXPECT_NEAR((r.ellipse.center() - center).y() / scale, 0.0, error * c.long_);
+                double const flat = c.long_ / (c.long_ - c.short_);
+                EXPECT_LT(axisDifference(r.ellipse.rotation().toDouble(), c.rotation),
+                          10 * error * flat);
+                EXPECT_LT(r.residual / scale, 1e-11 * c.long_ * (1.0 + shift));
+            }
+        }
+    }
+    // A speck far out: 1e-3 across at 1e6, where neighbouring doubles are 1e-10 apart.
+    qcEllipseFitResults r;
+    qfEllipseFit(ellipseParams(), onEllipse({{1e6, 1e6}, {1e-3, 5e-4}, qcRadian(0.5)}, 40), r);
+    EXPECT_NEAR(r.ellipse.radii().y(), 5e-4, 1e-9);
+    EXPECT_NEAR(r.ellipse.rotation().toDouble(), 0.5, 1e-5);
+}
+
+TEST(EllipseFit, HonoursItsParameters)
+{
+    auto points = onEllipse({{5, 1}, {4, 3}, qcRadian(0.3)}, 50);
+    for (double const reference : {0.0, 1.0, 2.5, -2.0, 6.0, 100.0}) {
+        qcEllipseFitResults r;
+        qfEllipseFit(ellipseParams(reference), points, r);
+        double const off = r.ellipse.rotation().toDouble() - reference;
+        EXPECT_LE(std::fabs(std::remainder(off, 2 * kPi)), kPi / 2 + 1e-9) << reference;
+        EXPECT_LT(axisDifference(r.ellipse.rotation().toDouble(), 0.3), 1e-9) << reference;
+    }
+    points.insert(points.begin() + 7, {{5, 6}, {0.5, 3.5}});
+    qcEllipseFitResults all;
+    qcEllipseFitResults without;
+    qfEllipseFit(ellipseParams(), points, all);
+    EXPECT_GT(all.residual, 0.1);  // with both outliers in
+    qfEllipseFit(ellipseParams(0.0, 2), points, without);
+    EXPECT_NEAR(without.ellipse.radii().x(), 4.0, 1e-9);
+    EXPECT_EQ(thrownBy(qfEllipseFit, ellipseParams(0.0, 0, 0.1), points), kResidual);
+    EXPECT_EQ(thrownBy(qfEllipseFit, ellipseParams(0.0, 48), points), kFew);
+    EXPECT_EQ(thrownBy(qfEllipseFit, ellipseParams(0.0, ~0ul), points), kFew);
+    EXPECT_EQ(thrownBy(qfEllipseFit, ellipseParams(kNaN), points), kParams);
+    EXPECT_EQ(thrownBy(qfEllipseFit, ellipseParams(0.0, 0, kNaN), points), kParams);
+}
+
+TEST(EllipseFit, ResidualIsTheFirstOrderDistance)
+{
+    // Pairs off a circle by +h and -h: the fit is symmetric, so the centre stays and the form is
+    // x^2 + y^2 - c, whose first-order distance is |r^2 - c| / 2r.
+    Points points;
+    for (int i = 0; i < 40; ++i)
+        points.emplace_back(i % 2 ? 11.0 : 9.0, qcRadian(i * kPi / 20));
+    qcEllipseFitResults r;
+    qfEllipseFit(ellipseParams(), points, r);
+    double const c = r.ellipse.radii().x() * r.ellipse.radii().x();
+    double const in = (81.0 - c) / 18.0;
+    double const out = (121.0 - c) / 22.0;
+    EXPECT_NEAR(r.residual, std::sqrt((in * in + out * out) / 2), 1e-10);
+    EXPECT_NEAR(c, 101.0, 1e-9);
+    Points grid;  // a point at the very centre has no gradient
+    for (int i = 0; i < 9; ++i)
+        grid.emplace_back(i % 3, i / 3);
+    qfEllipseFit(ellipseParams(), grid, r);
+    EXPECT_LT(r.residual, 2.0);
+}
+
+TEST(Fits, RefuseWhatIsNoSuchCurve)
+{
+    Points line, farLine, lineAndOne, parabola, fewTwice;
+    for (int i = 0; i < 20; ++i) {
+        line.emplace_back(0.1 * i, 0.3 * i);
+        farLine.emplace_back(1e6 + 0.1 * i, 1e6 + 0.7 * i);
+        lineAndOne.emplace_back(i, 2.0 * i);
+        parabola.emplace_back(0.1 * i - 0.7, (0.1 * i - 0.7) * (0.1 * i - 0.7));
+        fewTwice.emplace_back(i % 4, i % 2);
+    }
+    lineAndOne.emplace_back(3, 3);
+    Points const two{{1, 2}, {3, 4}, {1, 2}, {3, 4}};
+    struct { char const* name; Points points; char const* ellipse; char const* circle; } const cases[] = {
+        {"none", {}, kFew, kFew},
+        {"two distinct", two, kFew, kFew},
+        {"four distinct, many times", fewTwice, kFew, "nothing"},
+        {"line", line, kDegenerate, kDegenerate},
+        {"line far out", farLine, kDegenerate, kDegenerate},
+        {"line and one point", lineAndOne, kDegenerate, "nothing"},
+        {"parabola", parabola, kNoEllipse, "nothing"},
+        {"NaN", {{0, 0}, {1, 0}, {0, 1}, {1, 1}, {2, kNaN}}, kNotFinite, kNotFinite},
+        {"infinite", {{0, 0}, {1, 0}, {0, 1}, {1, 1}, {kInf, 2}}, kNotFinite, kNotFinite},
+    };
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(thrownBy(qfEllipseFit, ellipseParams(), c.points), c.ellipse);
+        EXPECT_EQ(thrownBy(qfCircleFit, circleParams(), c.points), c.circle);
+    }
+}
+
+TEST(CircleFit, FindsKnownCirclesAtEveryScaleAndPlace)
+{
+    struct { char const* name; double sweep, error; } const cases[] = {
+        {"whole", 2 * kPi, 1e-13}, {"half", kPi, 1e-12}, {"tenth", kPi / 5, 1e-10},
+        {"sliver", 0.01, 1e-6}};
+    for (auto const& c : cases) {
+        for (double const scale : {1e-150, 1e-9, 1.0, 1e9, 1e150, 1e307}) {
+            SCOPED_TRACE(testing::Message() << c.name << " scale " << scale);
+            qcVector<2> const center(3.0 * scale, -4.0 * scale);
+            auto const points = onEllipse({center, {scale, scale}, qcRadian()}, 30, 0.3,
+                                          0.3 + c.sweep);
+            qcCircleFitResults r;
+            qfCircleFit(circleParams(), points, r);
+            EXPECT_NEAR(r.circle.radius() / scale, 1.0, 10 * c.error);
+            EXPECT_NEAR((r.circle.center() / scale - center / scale).len(), 0.0, 10 * c.error);
+            EXPECT_LT(r.residual / scale, 1e-14);
+        }
+    }
+}
+
+TEST(CircleFit, MinimisesTheDistancesAndReportsThem)
+{
+    std::mt19937 random(5);
+    std::normal_distribution<double> noise(0.0, 0.3);
+    Points points;
+    for (int i = 0; i < 60; ++i)
+        points.emplace_back(qcVector<2>(10.0 + noise(random), qcRadian(0.03 * i)) +
+                            qcVector<2>(100, 50));
+    auto const rms = [&](qcVector<2> const& center, double radius) {
+        double sum = 0.0;
+        for (auto const& p : points)
+            sum += (p.distance(center) - radius) * (p.distance(center) - radius);
+        return std::sqrt(sum / static_cast<double>(points.size()));
+    };
+    qcCircleFitResults r;
+    qfCircleFit(circleParams(), points, r);
+    EXPECT_NEAR(r.residual, rms(r.circle.center(), r.circle.radius()), 1e-12);
+    for (int i = 0; i < 8; ++i) {  // no neighbour is better
+        qcVector<2> const center = r.circle.center() + qcVector<2>(1e-3, qcRadian(i * kPi / 4));
+        for (double const change : {-1e-3, 0.0, 1e-3})
+            EXPECT_GT(rms(center, r.circle.radius() + change), r.residual);
+    }
+}
+
+TEST(CircleFit, HonoursItsParameters)
+{
+    auto points = onEllipse({{1, 2}, {5, 5}, qcRadian()}, 48);
+    points.insert(points.begin() + 9, {{20, 0}, {-9, 14}});
+    for (auto const& params : {circleParams(0.96), circleParams(1.0, 2), circleParams(0.98, 1)}) {
+        qcCircleFitResults r;
+        qfCircleFit(params, points, r);
+        EXPECT_NEAR(r.circle.radius(), 5.0, 1e-12) << params.usedShare();
+    }
+    EXPECT_EQ(thrownBy(qfCircleFit, circleParams(1.0, 0, 0.5), points), kResidual);
+    EXPECT_EQ(thrownBy(qfCircleFit, circleParams(1.0, ~0ul), points), kFew);
+    for (double const used : {0.0, -1.0, 1.5, kNaN})
+        EXPECT_EQ(thrownBy(qfCircleFit, circleParams(used), points), kParams) << used;
+}

@@ -1,0 +1,115 @@
+// Convex hull against a hull found point by point in exact arithmetic.
+#include <qc/core/convex_hull.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <random>
+#include <vector>
+
+namespace {
+
+using Points = std::vector<qcVector<2>>;
+__extension__ using Whole = __int128;
+constexpr double kInf = std::numeric_limits<double>::infinity();
+
+/// Sign of (b - a) x (c - a) for coordinates that are whole multiples of `unit`, below 2^60 of it.
+int exactSide(qcVector<2> const& a, qcVector<2> const& b, qcVector<2> const& c, double unit)
+{
+    auto const whole = [unit](double v) { return static_cast<Whole>(v / unit); };
+    auto const cross = (whole(b.x()) - whole(a.x())) * (whole(c.y()) - whole(a.y())) -
+                       (whole(b.y()) - whole(a.y())) * (whole(c.x()) - whole(a.x()));
+    return (cross > 0) - (cross < 0);
+}
+
+/// Walks around the points: the next vertex is the one that has no point to its right; of several
+/// on one line the furthest.
+Points hullByWalking(Points const& points, double unit)
+{
+    if (points.empty())
+        return {};
+    auto const less = [](qcVector<2> const& a, qcVector<2> const& b) {
+        return a.x() < b.x() || (a.x() == b.x() && a.y() < b.y());
+    };
+    Points hull{*std::min_element(points.begin(), points.end(), less)};
+    for (;;) {
+        qcVector<2> const from = hull.back();
+        qcVector<2> next = from;
+        for (auto const& p : points) {
+            int const side = next == from ? -1 : exactSide(from, next, p, unit);
+            bool const further = ((p - from) / unit).len() > ((next - from) / unit).len();
+            if (p != from && (side < 0 || (side == 0 && further)))
+                next = p;
+        }
+        if (next == from || next == hull.front())
+            return hull;
+        hull.push_back(next);
+    }
+}
+
+Points hullOf(Points const& points)
+{
+    Points hull;
+    qfConvexHull(points, hull);
+    return hull;
+}
+
+}  // namespace
+
+TEST(ConvexHull, GivesTheNamedHulls)
+{
+    struct { char const* name; Points points, hull; } const cases[] = {
+        {"none", {}, {}},
+        {"one", {{2, 3}}, {{2, 3}}},
+        {"one, repeated", {{2, 3}, {2, 3}, {2, 3}}, {{2, 3}}},
+        {"line", {{2, 2}, {0, 0}, {3, 3}, {1, 1}}, {{0, 0}, {3, 3}}},
+        {"upright line", {{1, 5}, {1, -2}, {1, 0}}, {{1, -2}, {1, 5}}},
+        {"square with edge points, twice", {{0, 0}, {0, 1}, {0, 2}, {1, 2}, {2, 2}, {2, 1}, {2, 0},
+          {1, 0}, {1, 1}, {0, 0}, {2, 2}}, {{0, 0}, {2, 0}, {2, 2}, {0, 2}}},
+        {"start has the smallest y of the smallest x", {{0, 4}, {5, -9}, {0, 1}, {7, 2}},
+         {{0, 1}, {5, -9}, {7, 2}, {0, 4}}},
+        {"not finite ones take no part", {{0, 0}, {kInf, 1}, {1, std::nan("")}, {1, 0}, {0, 1}},
+         {{0, 0}, {1, 0}, {0, 1}}},
+        {"largest doubles, and a hair above their diagonal", {{1, 2}, {2, 1}, {-1.7e308, -1.7e308},
+          {1.7e308, -1.7e308}, {1.7e308, 1.7e308}, {0, 0}},
+         {{-1.7e308, -1.7e308}, {1.7e308, -1.7e308}, {1.7e308, 1.7e308}, {1, 2}}},
+        {"smallest doubles", {{0, 0}, {5e-324, 0}, {1e-323, 0}, {5e-324, 5e-324}, {0, 1e-323}},
+         {{0, 0}, {1e-323, 0}, {0, 1e-323}}},
+    };
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(hullOf(c.points), c.hull);
+        Points same = c.points;
+        qfConvexHull(same, same);
+        EXPECT_EQ(same, c.hull);
+    }
+}
+
+TEST(ConvexHull, IsExactOnAlmostCollinearPoints)
+{
+    std::mt19937_64 random(11);
+    struct { char const* name; double unit; long columns, spread; double offset; } const cases[] = {
+        {"coarse grid with repeats", 1.0, 6, 6, 0.0},
+        {"pixels", 1.0, 2000, 2000, 0.0},
+        {"a hair around the diagonal", 0x1p-52, 1L << 50, 2, 0.5},
+        {"the same far out", 0x1p-22, 1L << 20, 2, 1073741824.0},
+        {"tiny", 0x1p-900, 1L << 50, 2, 0.0},
+        {"huge", 0x1p+900, 1L << 50, 2, 0.0},
+    };
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.name);
+        for (int round = 0; round < 200; ++round) {
+            Points points;
+            for (int i = 0; i < 3 + round % 40; ++i) {
+                double const along = static_cast<double>(random() % static_cast<unsigned long>(c.columns));
+                double const off = static_cast<double>(random() % static_cast<unsigned long>(c.spread));
+                bool const grid = c.columns == c.spread;
+                points.emplace_back(c.offset + along * c.unit,
+                                    c.offset + (grid ? off : along + off) * c.unit);
+            }
+            ASSERT_EQ(hullOf(points), hullByWalking(points, c.unit)) << "round " << round;
+        }
+    }
+}

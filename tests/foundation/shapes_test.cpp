@@ -1,0 +1,266 @@
+// Vectors, angles, matrices, shapes and transforms.
+#include <qc/core/archive.h>
+#include <qc/core/compare.h>
+#include <qc/core/exception.h>
+#include <qc/core/random.h>
+#include <qc/core/shapes.h>
+#include <qc/core/xform_base.h>
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cmath>
+#include <limits>
+#include <stdexcept>
+#include <type_traits>
+#include <typeinfo>
+
+namespace {
+
+using V = qcVector<2>;
+constexpr double kPi = 3.14159265358979323846;
+constexpr double kInf = std::numeric_limits<double>::infinity();
+double const kNaN = std::nan("");
+
+static_assert(std::is_trivially_copyable<V>::value && std::is_trivially_copyable<qcXform<2>>::value &&
+              std::is_trivially_copyable<qcPair<long>>::value &&
+              std::is_trivially_copyable<qcRadian>::value);
+static_assert(qcXform<2>() * V(3, 4) == V(3, 4) && V(1, 0).cross(V(0, 1)) == 1.0);
+
+}  // namespace
+
+TEST(Vector, HasLengthDirectionAndUnit)
+{
+    struct { V v; double length, angle; V unit; } const cases[] = {
+        {{3, 4}, 5.0, std::atan2(4, 3), {0.6, 0.8}},
+        {{0, 0}, 0.0, 0.0, {0, 0}},
+        {{0, -2}, 2.0, -kPi / 2, {0, -1}},
+        {{-1e-200, 0}, 0.0, kPi, {-1, 0}},  // the square underflows, the direction does not
+        {{1e200, 0}, kInf, 0.0, {1, 0}},
+    };
+    for (auto const& c : cases) {
+        EXPECT_EQ(c.v.len(), c.length);
+        EXPECT_EQ(c.v.angle(), qcRadian(c.angle));
+        EXPECT_TRUE(qfRealEq(c.v.unit(), c.unit, 1e-15)) << c.length;
+    }
+    EXPECT_TRUE(qfRealEq(V(2.0, qcRadian(kPi / 2)), V(0, 2), 1e-15));
+    EXPECT_EQ(V(qcPair<long>(-3, 7)), V(-3, 7));
+}
+
+TEST(Angle, ComesIntoOneTurn)
+{
+    double const turn = 2 * kPi;
+    double const cases[][2] = {{0, 0}, {-0.0, 0}, {1, 1}, {turn, 0}, {-1, turn - 1}, {-1e-20, 0},
+                               {-turn, 0}, {7, 7 - turn}};
+    for (auto const& c : cases) {
+        EXPECT_EQ(qcRadian(c[0]).norm().toDouble(), c[1]) << c[0];
+        EXPECT_FALSE(std::signbit(qcRadian(c[0]).norm().toDouble())) << c[0];
+    }
+    EXPECT_EQ(qcDegree(-90).norm(), qcDegree(270));
+    EXPECT_TRUE(std::isnan(qcRadian(kInf).norm().toDouble()));
+    EXPECT_DOUBLE_EQ(qcDegree(qcAngle8(64).toRadian()).toDouble(), 90.0);
+}
+
+TEST(Compare, IsAbsoluteAndFlooringIsDefined)
+{
+    EXPECT_TRUE(qfRealEq(V(1, 2), V(1.25, 1.75), 0.25));
+    EXPECT_FALSE(qfRealEq(V(1, 2), V(1, 2.26), 0.25));
+    EXPECT_TRUE(qfRealEq(V(kInf, 0), V(kInf, 0), 1e-15));
+    EXPECT_FALSE(qfRealEq(V(kNaN, 0), V(kNaN, 0), 1.0));
+    for (int k = 0; k < 4; ++k) {
+        qcMatrix<2> off;
+        off.element(k / 2, k % 2, off.element(k / 2, k % 2) + 0.5);
+        EXPECT_FALSE(qfRealEq(qcMatrix<2>(), off, 0.4)) << k;
+        EXPECT_TRUE(qfRealEq(qcMatrix<2>(), off, 0.5)) << k;
+        EXPECT_NE(qcMatrix<2>(), off);
+    }
+    struct { double value; long floored; } const cases[] = {
+        {2.7, 2}, {-2.1, -3}, {-0.0, 0}, {5.0, 5}, {1e300, LONG_MAX}, {-1e300, LONG_MIN},
+        {9223372036854775808.0, LONG_MAX}, {kInf, LONG_MAX}, {-kInf, LONG_MIN}, {kNaN, 0}};
+    for (auto const& c : cases)
+        EXPECT_EQ(qfIFloor(c.value), c.floored) << c.value;
+}
+
+TEST(Matrix, InvertsWhateverDoublesHold)
+{
+    qcMatrix<2> const rotation(qcRadian(0.3), qcRadian(0.3), 1.0, 1.0);
+    EXPECT_EQ(rotation.element(0, 1), -std::sin(0.3));
+    EXPECT_EQ(rotation.element(1, 0), std::sin(0.3));
+    for (double const scale : {1e-200, 1.0, 1e200}) {  // the determinant alone would not hold these
+        qcMatrix<2> const m(2 * scale, scale, 7 * scale, 4 * scale);
+        EXPECT_TRUE(qfRealEq(m * m.inverse(), qcMatrix<2>(), 1e-14)) << scale;
+    }
+    for (auto const& m : {qcMatrix<2>(0, 0, 0, 0), qcMatrix<2>(1, 2, 2, 4), qcMatrix<2>(kNaN, 0, 0, 1),
+                          qcMatrix<2>(kInf, 0, 0, 1), qcMatrix<2>(5e-324, 0, 0, 5e-324)})
+        EXPECT_THROW(m.inverse(), qcMathError::Singular);
+    qcXform<2> const x(qcMatrix<2>(2, 1, 7, 4), V(5, -6));
+    EXPECT_TRUE(qfRealEq(x.inverse() * (x * V(3, 8)), V(3, 8), 1e-12));
+    EXPECT_EQ((x * qcXform<2>(rotation, V(1, 2))) * V(), x * V(1, 2));
+    EXPECT_EQ(qcXform<2>::I, qcXform<2>());
+}
+
+TEST(Line, AnswersInEveryPosition)
+{
+    qcLine const diagonal = qcLineSeg({1, 1}, {4, 4}).line();
+    EXPECT_EQ(diagonal, qcLine({1, 1}, {3, 3}));
+    qcLine const none({5, 7}, {0, 0});
+    struct { char const* name; qcLine a, b; bool parallel; V crossing; } const cases[] = {
+        {"crossing", diagonal, {{0, 4}, {1, -1}}, false, {2, 2}},
+        {"parallel: foot of the other base", diagonal, {{0, 4}, {-2, -2}}, true, {2, 2}},
+        {"other without direction", diagonal, none, true, {6, 6}},
+        {"this without direction", none, diagonal, true, {5, 7}},
+        {"sine just inside", {{0, 0}, {1, 0}}, {{0, 1}, {1, 0.99e-10}}, true, {-1 / 0.99e-10, 0}},
+        {"sine just outside", {{0, 0}, {1, 0}}, {{0, 1}, {1, 1.01e-10}}, false, {-1 / 1.01e-10, 0}},
+    };
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(c.a.isParallel(c.b), c.parallel);
+        EXPECT_LT(c.a.intersect(c.b).distToPoint(c.crossing), 1e-4);
+    }
+    EXPECT_EQ(diagonal.proj({0, 4}).position(), V(2, 2));
+    EXPECT_DOUBLE_EQ(diagonal.distToPoint({0, 4}), 2 * std::sqrt(2.0));
+    EXPECT_EQ(none.proj({9, 9}).position(), V(5, 7));
+    EXPECT_EQ(none.distToPoint({8, 11}), 5.0);
+}
+
+TEST(LineSeg, DistanceIsToTheNearestOfItsPoints)
+{
+    struct { char const* name; V a, b, x; double distance; } const cases[] = {
+        {"beside", {0, 0}, {10, 0}, {4, -3}, 3},
+        {"before a", {0, 0}, {10, 0}, {-3, 4}, 5},
+        {"behind b", {0, 0}, {10, 0}, {13, 4}, 5},
+        {"on it", {0, 0}, {10, 10}, {3, 3}, 0},
+        {"on its line, beyond", {0, 0}, {6, 8}, {9, 12}, 5},
+        {"single point", {2, 2}, {2, 2}, {5, 6}, 5},
+    };
+    for (auto const& c : cases) {
+        EXPECT_EQ(qcLineSeg(c.a, c.b).distToPoint(c.x), c.distance) << c.name;
+        EXPECT_EQ(qcLineSeg(c.b, c.a).distToPoint(c.x), c.distance) << c.name << ", reversed";
+    }
+}
+
+TEST(Rect, IsClosedAndEnclosesExactly)
+{
+    qcRect const rect({1, 2}, {3, 4});
+    struct { V p; bool within; } const cases[] = {
+        {{1, 2}, true}, {{4, 6}, true}, {{2, 3}, true}, {{1, 6}, true}, {{0.999, 3}, false},
+        {{4.001, 3}, false}, {{2, 1.999}, false}, {{2, 6.001}, false}, {{kNaN, 3}, false}};
+    for (auto const& c : cases)
+        EXPECT_EQ(rect.within(c.p), c.within) << c.p.x() << ' ' << c.p.y();
+    EXPECT_EQ(rect, qcRect({4, 6}, {-3, -4}));
+    // 0.1 + (1e17 - 0.1) is not 0.1 any more when taken through a size.
+    qcRect const far = qcRect({0.1, -0.3}, {0, 0}).enclose(qcRect({1e17, 7}, {0, 0}));
+    EXPECT_EQ(far.origin(), V(0.1, -0.3));
+    EXPECT_EQ(far.lr(), V(1e17, 7));
+    EXPECT_EQ(qcRect().enclose(rect), rect.enclose(qcRect()));
+}
+
+TEST(Shapes, EllipseAndPolygonKeepWhatTheyAreGiven)
+{
+    qcEllipse const round(qcCircle({1, 2}, 3));
+    EXPECT_EQ(round.geom(), qcEllipse::qcEllipseGeom({1, 2}, {3, 3}, qcRadian()));
+    struct { bool clockwise, opposite; V start, quarter; } const cases[] = {
+        {false, false, {0, 4}, {-2, 0}}, {true, false, {0, 4}, {2, 0}},
+        {false, true, {0, -4}, {2, 0}}, {true, true, {0, -4}, {-2, 0}}};
+    for (auto const& c : cases) {
+        qcEllipse const e({{0, 0}, {4, 2}, qcRadian(kPi / 2), c.clockwise, c.opposite});
+        EXPECT_TRUE(qfRealEq(e.pointAt(qcRadian(0)), c.start, 1e-14));
+        EXPECT_TRUE(qfRealEq(e.pointAt(qcRadian(kPi / 2)), c.quarter, 1e-14));
+    }
+    qcPolygon const polygon({{1, 1}, {2, 1}}, qcPolygon::PolyFillMode(0));
+    EXPECT_EQ(polygon.size(), 2);
+    EXPECT_EQ(polygon[1], V(2, 1));
+    EXPECT_THROW(polygon[2], std::out_of_range);
+    EXPECT_THROW(polygon[-1], std::out_of_range);
+}
+
+TEST(Xform, GoesThereAndBack)
+{
+    using Handle = qcPtrHandle<qc2XformBase>;
+    Handle const linear(new qc2XformLinear(qcMatrix<2>(2, 1, 0, 3), V(5, 6)));
+    Handle const rigid(new qc2Rigid(qcDegree(-270), V(1, 2)));
+    EXPECT_EQ(rigid->mapPoint({1, 0}), V(1, 3));  // a quarter turn, exactly
+    V const p(7, -2);
+    for (auto const& x : {linear, rigid, linear->composeBase(*rigid), rigid->composeBase(*linear)}) {
+        EXPECT_TRUE(x->isLinear());
+        EXPECT_TRUE(qfRealEq(x->inverseBase()->mapPoint(x->mapPoint(p)), p, 1e-13));
+        EXPECT_EQ(x->clone()->mapPoint(p), x->mapPoint(p));
+        EXPECT_EQ(x->linearXform(p) * p, x->mapPoint(p));
+        EXPECT_EQ(x->clone()->refCount(), 1u);
+    }
+    EXPECT_EQ(linear->composeBase(*rigid)->mapPoint(p), linear->mapPoint(rigid->mapPoint(p)));
+    EXPECT_TRUE(qc2XformLinear(qcMatrix<2>(1, 2, 2, 4), V()).inverseBase().isNull());
+    EXPECT_TRUE(qc2Rigid(qcDegree(kNaN), V()).inverseBase().isNull());
+    EXPECT_EQ(qc2Rigid(qcDegree(400), V(1, 2)).angle(), qcDegree(400));
+    EXPECT_NE(dynamic_cast<qc2Rigid*>(rigid->inverseBase().get()), nullptr);
+}
+
+namespace {
+
+template <class T>
+void expectRoundTrip(T const& original, T loaded)
+{
+    qcMemoryArchive out;
+    T stored(original);
+    out || stored;
+    out.close();
+    qcMemoryArchive in(out.bytes());
+    in || loaded;
+    EXPECT_TRUE(loaded == original);
+    for (std::size_t cut = 0; cut < out.bytes().size(); ++cut) {
+        T untouched(original);
+        qcMemoryArchive part(out.bytes().data(), cut);
+        EXPECT_THROW(part || untouched, qcArchive::EndOfData) << cut;
+        EXPECT_TRUE(untouched == original) << cut;
+    }
+    auto bytes = out.bytes();
+    bytes[0] = 9;
+    qcMemoryArchive newer(bytes);
+    EXPECT_THROW(newer || loaded, qcArchive::UnknownVersion);
+}
+
+}  // namespace
+
+TEST(Shapes, AreStoredAndLoaded)
+{
+    expectRoundTrip(qcLine({1, 2}, {3, 4}), qcLine());
+    expectRoundTrip(qcLineSeg({1, 2}, {3, 4}), qcLineSeg());
+    expectRoundTrip(qcRect({1, 2}, {3, 4}), qcRect());
+    expectRoundTrip(qcCircle({1, 2}, 3), qcCircle());
+
+    qc2XformLinear linear(qcMatrix<2>(2, 1, 0, 3), V(5, 6));
+    qc2Rigid rigid(qcDegree(30), V(-1, 2));
+    for (qc2XformBase* x : {static_cast<qc2XformBase*>(&linear), static_cast<qc2XformBase*>(&rigid)}) {
+        qcMemoryArchive out;
+        qcPersistent* loaded = nullptr;
+        qcPersistent::serializePointer(out, x, loaded);
+        out.close();
+        qcMemoryArchive in(out.bytes());
+        qcPersistent::serializePointer(in, nullptr, loaded);
+        qcPtrHandle<qc2XformBase> const back(dynamic_cast<qc2XformBase*>(loaded));
+        EXPECT_EQ(typeid(*back), typeid(*x));
+        EXPECT_EQ(back->mapPoint({7, 8}), x->mapPoint({7, 8}));
+    }
+}
+
+TEST(Random, IsSeededAndNeverReachesTheTop)
+{
+    qcRandomUniform a(1), b(1), other(2);
+    bool differs = false;
+    double sum = 0.0;
+    for (int i = 0; i < 20000; ++i) {
+        double const value = a.next(0.0, 8.0);
+        ASSERT_EQ(value, b.next(0.0, 8.0));
+        ASSERT_TRUE(value >= 0.0 && value < 8.0);
+        differs |= value != other.next(0.0, 8.0);
+        sum += value;
+        // Neighbours: half of all values would round up to the bound.
+        ASSERT_EQ(a.next(1.0, std::nextafter(1.0, 2.0)), 1.0);
+        b.next(0.0, 1.0);
+    }
+    EXPECT_TRUE(differs);
+    EXPECT_NEAR(sum / 20000, 4.0, 0.1);
+    for (double const value : {a.next(3.0, 3.0), a.next(3.0, 2.0), a.next(3.0, kNaN)})
+        EXPECT_EQ(value, 3.0);
+    EXPECT_TRUE(std::isfinite(a.next(-1.7e308, 1.7e308)));
+}
