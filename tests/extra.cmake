@@ -1,0 +1,11 @@
+# A plug-in that is loaded and unloaded while a thread that used it lives. The program itself does
+# not link the foundation, so that the foundation goes with the plug-in.
+add_library(unload_plugin MODULE tests/plugin/plugin.cpp)
+cntr_compile(unload_plugin)
+target_link_libraries(unload_plugin PRIVATE qcfoundation)
+add_executable(unload_test tests/plugin/unload_main.cpp)
+cntr_compile(unload_test)
+target_link_libraries(unload_test PRIVATE Threads::Threads ${CMAKE_DL_LIBS})
+add_dependencies(unload_test unload_plugin)
+add_test(NAME foundation.unload
+    COMMAND unload_test $<TARGET_FILE:unload_plugin> $<TARGET_FILE:qcfoundation>)

@@ -1,0 +1,426 @@
+// The archive: its format, its refusals, its pointer records and its files.
+#include <qc/core/archive.h>
+#include <qc/core/handle.h>
+#include <qc/features/edgelet.h>
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <fstream>
+#include <functional>
+
+namespace {
+
+using Bytes = std::vector<unsigned char>;
+
+int living = 0;
+
+/// A counted object that points to others.
+class Node : public virtual qcPersistent, public virtual qcRepBase {
+public:
+    Node() { ++living; }
+    ~Node() override { --living; }
+    static qcPersistent* make() { return new Node; }
+
+    long value = 0;
+    std::vector<qcPtrHandle<Node>> next;
+    int reInits = 0;
+    bool streamTwice = false;
+    bool sawItself = false;
+
+    void reInit() override { ++reInits; }
+
+protected:
+    void dispatchSerialize(qcArchive& ar) override
+    {
+        if (haveVisited(this, sizeof(Node)))
+            return;
+        unsigned char version = 3;
+        ar || version;
+        if (version != 3)
+            throw qcArchive::UnknownVersion("node", 12);
+        qcPersistent::dispatchSerialize(ar);
+        ar || value;
+        next.resize(ar.count(next.size(), 1));
+        for (auto& handle : next) {
+            qcPersistent* loaded = nullptr;
+            serializePointer(ar, handle.get(), loaded);
+            if (ar.isStoring())
+                continue;
+            sawItself = sawItself || (loaded == this && ar.isBeingLoaded(loaded));
+            if (!ar.isBeingLoaded(loaded))  // a cycle of handles would never be deleted
+                handle = qcPtrHandle<Node>(dynamic_cast<Node*>(loaded));
+        }
+        setVisited(this, sizeof(Node));
+        if (streamTwice)
+            ar || *this;  // silent: within its own record
+    }
+
+private:
+    static qc_Instantiator sExemplar;
+};
+
+qc_Instantiator Node::sExemplar(typeid(Node), Node::make);
+
+/// One that nobody counts, and one that no factory knows.
+struct Plain : qcPersistent {
+    Plain() { ++living; }
+    Plain(Plain const&) = delete;
+    ~Plain() override { --living; }
+    static qcPersistent* make() { return new Plain; }
+};
+qc_Instantiator const plainExemplar(typeid(Plain), Plain::make);
+struct Unregistered : qcPersistent {
+};
+
+Bytes stored(std::function<void(qcArchive&)> const& write)
+{
+    qcMemoryArchive archive;
+    write(archive);
+    archive.close();
+    return archive.bytes();
+}
+
+Bytes storedPointer(qcPersistent* object)
+{
+    return stored([&](qcArchive& ar) { qcPersistent::serializePointer(ar, object, object); });
+}
+
+/// Loads one pointer record and returns the exception's number, or 0.
+long loadPointerError(Bytes const& bytes, long limit = qcArchive::kDefaultNestingLimit)
+{
+    qcMemoryArchive archive(bytes);
+    archive.nestingLimit(limit);
+    try {
+        qcPersistent* loaded = nullptr;
+        qcPersistent::serializePointer(archive, nullptr, loaded);
+    } catch (qcArchive::Errors const& error) {
+        return error.errorNumber();
+    }
+    return 0;
+}
+
+qcPtrHandle<Node> chain(int length)
+{
+    qcPtrHandle<Node> head;
+    for (int i = 0; i < length; ++i) {
+        qcPtrHandle<Node> const node(new Node);
+        if (!head.isNull())
+            node->next = {head};
+        head = node;
+    }
+    return head;
+}
+
+struct Values {
+    bool flag = true;
+    unsigned char byte = 200;
+    long negative = -2147483647L - 1;
+    unsigned long large = 4294967295UL;
+    double real = -0.1;
+    qcVector<2> point{1.5, -2.0};
+    qcEdgelet edge{{3.0, 4.0}, 0xABCD, qcAngle8(250)};
+};
+
+void stream(qcArchive& ar, Values& v)
+{
+    ar || v.flag || v.byte || v.negative || v.large || v.real || v.point || v.edge;
+}
+
+TEST(Archive, WritesOnePortableFormat)
+{
+    Values values;
+    Bytes const bytes = stored([&](qcArchive& ar) { stream(ar, values); });
+    Bytes const expected = {
+        1,    200,  0x00, 0x00, 0x00, 0x80, 0xFF, 0xFF, 0xFF, 0xFF,              // to the unsigned
+        0x9A, 0x99, 0x99, 0x99, 0x99, 0x99, 0xB9, 0xBF,                          // -0.1
+        0,    0,    0,    0,    0,    0,    0xF8, 0x3F, 0, 0, 0, 0, 0, 0, 0, 0xC0,  // the point
+        0,    0,    0,    0,    0,    0,    0x08, 0x40, 0, 0, 0, 0, 0, 0, 0x10, 0x40,
+        0xCD, 0xAB, 250};
+    EXPECT_EQ(bytes, expected);
+
+    Values read{false, 0, 0, 0, 0.0, {}, {}};
+    qcMemoryArchive archive(bytes);
+    stream(archive, read);
+    EXPECT_EQ(archive.remaining(), 0u);
+    EXPECT_EQ(stored([&](qcArchive& ar) { stream(ar, read); }), bytes);
+
+    for (std::size_t size = 0; size < bytes.size(); ++size) {
+        SCOPED_TRACE(size);
+        qcMemoryArchive truncated(bytes.data(), size);
+        EXPECT_THROW(stream(truncated, read), qcArchive::EndOfData);
+    }
+}
+
+TEST(Archive, RefusesWhatAFieldCannotHold)
+{
+    bool flag = false;
+    for (unsigned char byte = 255; byte > 1; --byte) {
+        qcMemoryArchive archive(Bytes{byte});
+        ASSERT_THROW(archive || flag, qcArchive::ValueOutOfRange);
+    }
+    qcMemoryArchive storing;
+    for (long value : {2147483648L, -2147483649L})
+        EXPECT_THROW(storing || value, qcArchive::ValueOutOfRange);
+    unsigned long large = 4294967296UL;
+    EXPECT_THROW(storing || large, qcArchive::ValueOutOfRange);
+    EXPECT_TRUE(storing.bytes().empty());
+
+    Bytes const bytes = {3, 0, 0, 0, 1, 2, 3, 4, 5, 6, 7, 8};  // a count of 3 and 8 bytes
+    struct { std::size_t each; bool fits; } const cases[] = {{0, true}, {2, true}, {3, false}};
+    for (auto const& c : cases) {
+        qcMemoryArchive archive(bytes);
+        if (c.fits)
+            EXPECT_EQ(archive.count(0, c.each), 3u);
+        else
+            EXPECT_THROW(archive.count(0, c.each), qcArchive::BadCount);
+    }
+    qcMemoryArchive bomb(Bytes{0xFF, 0xFF, 0xFF, 0xFF, 0});
+    EXPECT_THROW(bomb.count(0, static_cast<std::size_t>(-1)), qcArchive::BadCount);
+}
+
+TEST(Archive, BringsSharedObjectsBackShared)
+{
+    qcPtrHandle<Node> const top = chain(2);
+    top->value = -5;
+    top->next = {top->next[0], qcPtrHandle<Node>(), top->next[0]};
+    Bytes const bytes = storedPointer(top.get());
+    EXPECT_EQ(top->refCount(), 1u) << "the archive has let go";
+    EXPECT_EQ(storedPointer(nullptr), Bytes{0});
+
+    qcPtrHandle<Node> loaded;
+    {
+        qcMemoryArchive archive(bytes);
+        qcPersistent* object = nullptr;
+        qcPersistent::serializePointer(archive, nullptr, object);
+        loaded = qcPtrHandle<Node>(dynamic_cast<Node*>(object));
+        EXPECT_FALSE(archive.isBeingLoaded(object));
+        EXPECT_EQ(archive.claim(object), nullptr) << "counted";
+    }
+    EXPECT_EQ(loaded->refCount(), 1u);
+    EXPECT_EQ(loaded->value, -5);
+    EXPECT_EQ(loaded->reInits, 1);
+    ASSERT_EQ(loaded->next.size(), 3u);
+    EXPECT_TRUE(loaded->next[1].isNull());
+    EXPECT_EQ(loaded->next[0], loaded->next[2]);
+    EXPECT_EQ(loaded->next[0]->refCount(), 2u);
+    EXPECT_EQ(storedPointer(loaded.get()), bytes);
+}
+
+TEST(Archive, SurvivesAnyDamageToAPointerRecord)
+{
+    ASSERT_EQ(living, 0);
+    qcPtrHandle<Node> top = chain(3);
+    top->next.push_back(top->next[0]);
+    Bytes const good = storedPointer(top.get());
+    top = qcPtrHandle<Node>();
+    for (std::size_t size = 0; size < good.size(); ++size)
+        EXPECT_NE(loadPointerError(Bytes(good.begin(), good.begin() + static_cast<long>(size))), 0);
+    for (std::size_t i = 0; i < good.size(); ++i) {
+        for (int change = 1; change < 256; ++change) {
+            Bytes bad = good;
+            bad[i] = static_cast<unsigned char>(bad[i] ^ change);
+            loadPointerError(bad);  // any archive exception, or an object
+            ASSERT_EQ(living, 0) << "byte " << i << " xor " << change << " leaked";
+        }
+    }
+    EXPECT_EQ(loadPointerError(good), 0);
+    EXPECT_EQ(living, 0) << "nobody took it";
+}
+
+TEST(Archive, NamesWhatIsWrongWithAPointerRecord)
+{
+    Node node;
+    Bytes self = storedPointer(&node);
+    self[self.size() - 4] = 1;               // one neighbour:
+    self.insert(self.end(), {2, 1, 0, 0, 0});  // object 1, itself
+    Bytes forward = self;
+    forward[forward.size() - 4] = 2;
+    Bytes version = storedPointer(&node);
+    version[version.size() - 4 - 4 - 2] = 4;
+    Bytes className = storedPointer(&node);
+    className[5] = 'X';
+    Bytes hugeName = className;
+    hugeName[4] = 0xFF;
+    struct { char const* name; Bytes bytes; long error; } const cases[] = {
+        {"to itself", self, 0},
+        {"forward reference", forward, qcArchive::BadReference("").errorNumber()},
+        {"reference 0", {2, 0, 0, 0, 0}, qcArchive::BadReference("").errorNumber()},
+        {"no such tag", {3}, qcArchive::ValueOutOfRange("").errorNumber()},
+        {"unknown class", className, qcArchive::UnknownClass("").errorNumber()},
+        {"name of 4 GB", hugeName, qcArchive::BadCount("").errorNumber()},
+        {"version", version, qcArchive::UnknownVersion("", 0).errorNumber()},
+    };
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(loadPointerError(c.bytes), c.error);
+        EXPECT_EQ(living, 1);
+        EXPECT_EQ(loadPointerError(storedPointer(&node)), 0) << "the next load is unaffected";
+    }
+    qcMemoryArchive archive(self);
+    qcPersistent* loaded = nullptr;
+    qcPersistent::serializePointer(archive, nullptr, loaded);
+    EXPECT_TRUE(dynamic_cast<Node*>(loaded)->sawItself);
+    Unregistered unknown;
+    EXPECT_THROW(storedPointer(&unknown), qcArchive::UnknownClass);
+}
+
+TEST(Archive, OwnsWhatNobodyCountsUntilItIsClaimed)
+{
+    ASSERT_EQ(living, 0);
+    Bytes bytes;
+    {
+        Plain plain;
+        bytes = storedPointer(&plain);
+    }
+    bytes.insert(bytes.end(), {2, 1, 0, 0, 0});
+    std::unique_ptr<qcPersistent> mine;
+    for (bool claim : {false, true}) {
+        qcMemoryArchive archive(bytes);
+        qcPersistent* loaded = nullptr;
+        qcPersistent* again = nullptr;
+        qcPersistent::serializePointer(archive, nullptr, loaded);
+        if (claim) {
+            mine = archive.claim(loaded);
+            EXPECT_EQ(mine.get(), loaded);
+            EXPECT_EQ(archive.claim(loaded), nullptr);
+            EXPECT_THROW(qcPersistent::serializePointer(archive, nullptr, again),
+                         qcArchive::BadReference);
+        } else {
+            qcPersistent::serializePointer(archive, nullptr, again);
+            EXPECT_EQ(again, loaded);
+        }
+    }
+    EXPECT_EQ(living, 1);
+    mine.reset();
+    EXPECT_EQ(living, 0);
+}
+
+TEST(Archive, LimitsNestingBothWays)
+{
+    qcPtrHandle<Node> const deep = chain(1000);
+    Bytes const bytes = storedPointer(deep.get());
+    EXPECT_EQ(loadPointerError(bytes), 0);
+    EXPECT_EQ(loadPointerError(bytes, 999), qcArchive::NestingTooDeep("").errorNumber());
+    qcPtrHandle<Node> const deeper = chain(1001);
+    EXPECT_THROW(storedPointer(deeper.get()), qcArchive::NestingTooDeep);
+    EXPECT_EQ(storedPointer(deep.get()), bytes) << "a refused store leaves nothing behind";
+}
+
+TEST(Archive, RemembersObjectsFromOpeningToClosing)
+{
+    Node node;
+    node.streamTwice = true;
+    Bytes const bytes = stored([&](qcArchive& ar) { ar || node; });
+    EXPECT_EQ(bytes.size(), 1u + 1 + 4 + 4);
+    Bytes twice = bytes;
+    twice.insert(twice.end(), bytes.begin(), bytes.end());
+
+    qcMemoryArchive loading(twice);
+    Node other;
+    loading || node;
+    EXPECT_THROW(loading || node, qcArchive::AlreadyStreamed);
+    loading || other;  // the refusal moved nothing
+    EXPECT_EQ(loading.remaining(), 0u);
+    EXPECT_FALSE(qcPersistent::haveVisited(&node, sizeof node)) << "no operation is under way";
+    loading.close();
+    EXPECT_THROW(loading || node, qcArchive::Unusable);
+
+    qcMemoryArchive storing;
+    storing || node;
+    EXPECT_THROW(storing || node, qcArchive::AlreadyStreamed);
+    qcPersistent* none = nullptr;
+    EXPECT_THROW(qcPersistent::serializePointer(storing, &node, none), qcArchive::BadReference);
+    EXPECT_THROW(storing || other, qcArchive::Unusable) << "after a failure";
+    EXPECT_THROW(storing.close(), qcArchive::Unusable);
+    EXPECT_THROW(other.loadSimple(storing), qcArchive::WrongDirection);
+}
+
+TEST(Archive, StoredObjectsKeepTheirAddressesToTheEnd)
+{
+    qcMemoryArchive archive;
+    for (int i = 0; i < 100; ++i) {
+        qcPtrHandle<Node> const node(new Node);  // without sharing: all at the same address
+        qcPersistent* none = nullptr;
+        qcPersistent::serializePointer(archive, node.get(), none);
+    }
+    archive.close();
+    EXPECT_EQ(archive.bytes().size(), 100 * storedPointer(qcPtrHandle<Node>(new Node).get()).size());
+}
+
+TEST(FileArchive, ReplacesAFileInOneStepOrNotAtAll)
+{
+    namespace fs = std::filesystem;
+    fs::path const folder = fs::path(testing::TempDir()) /
+                            ("archive_test." + std::to_string(::getpid()));
+    fs::create_directory(folder);
+    std::string const path = folder / "saved";
+    auto const filesThere = [&] {
+        return std::distance(fs::directory_iterator(folder), fs::directory_iterator());
+    };
+    auto const store = [&](long value, bool close) {
+        qcFileArchive archive(path, qcFileArchive::eStore);
+        archive || value;
+        if (close)
+            archive.close();
+    };
+    auto const load = [&] {
+        qcFileArchive archive(path, qcFileArchive::eLoad);
+        long value = 0;
+        archive || value;
+        EXPECT_THROW(archive || value, qcArchive::EndOfData);
+        return value;
+    };
+    store(5, false);
+    EXPECT_EQ(filesThere(), 0) << "never closed";
+    EXPECT_THROW(load(), qcArchive::FileError);
+    store(6, true);
+    EXPECT_EQ(load(), 6);
+    fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write);
+    fs::create_symlink(path, folder / "link");
+    store(7, false);
+    EXPECT_EQ(load(), 6);
+    {
+        qcFileArchive archive(folder / "link", qcFileArchive::eStore);
+        long value = 8;
+        archive || value;
+        archive.close();
+    }
+    EXPECT_EQ(load(), 8);
+    EXPECT_TRUE(fs::is_symlink(folder / "link"));
+    EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    {
+        qcFileArchive archive(path, qcFileArchive::eStore);
+        Unregistered unknown;
+        qcPersistent* none = nullptr;
+        EXPECT_THROW(qcPersistent::serializePointer(archive, &unknown, none),
+                     qcArchive::UnknownClass);
+        EXPECT_THROW(archive.close(), qcArchive::Unusable);
+    }
+    EXPECT_EQ(load(), 8);
+    EXPECT_EQ(filesThere(), 2);
+    for (auto const direction : {qcFileArchive::eLoad, qcFileArchive::eStore}) {
+        EXPECT_THROW(qcFileArchive(folder, direction), qcArchive::FileError);
+        EXPECT_THROW(qcFileArchive(folder / "no" / "where", direction), qcArchive::FileError);
+    }
+    EXPECT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    EXPECT_THROW(qcFileArchive(folder / "pipe", qcFileArchive::eLoad), qcArchive::FileError);
+    fs::remove_all(folder);
+}
+
+TEST(Factories, AreListedInOrderAndLeaveWithTheirLibrary)
+{
+    auto const names = qcPersistent::registeredClasses();
+    {
+        qc_Instantiator const late(typeid(Unregistered), Plain::make);
+        auto const more = qcPersistent::registeredClasses();
+        ASSERT_EQ(more.size(), names.size() + 1);
+        EXPECT_EQ(more.back(), "(anonymous namespace)::Unregistered");
+        EXPECT_TRUE(std::equal(names.begin(), names.end(), more.begin()));
+    }
+    EXPECT_EQ(qcPersistent::registeredClasses(), names);
+}
+
+}  // namespace

@@ -1,0 +1,144 @@
+// Exceptions by each base, their texts and records; tracked objects and their listeners.
+#include <qc/core/archive.h>
+#include <qc/core/thread.h>
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace {
+
+class Failure : public qcExceptionWithString {
+public:
+    explicit Failure(wchar_t const* message) : qcExceptionWithString(message) {}
+    long errorNumber() const override { return 77; }
+    void suicideAndRethrow() override { suicideAndRethrowAs(this); }
+};
+
+template <class Base, class Thrown>
+bool isCaughtAs(Thrown const& thrown)
+{
+    try {
+        throw thrown;
+    } catch (Base const&) {
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
+TEST(Exception, IsCaughtByEveryBase)
+{
+    qcMathError::Singular const singular;
+    EXPECT_TRUE(isCaughtAs<qcMathError::Errors>(singular));
+    EXPECT_TRUE(isCaughtAs<qcException>(singular));
+    EXPECT_TRUE(isCaughtAs<qcPersistent>(singular));
+    EXPECT_TRUE(isCaughtAs<std::exception>(singular));
+    EXPECT_FALSE(isCaughtAs<qcPel::Errors>(singular));
+    EXPECT_TRUE(isCaughtAs<qcPel::Errors>(qcPel::BadWindow()));
+    EXPECT_TRUE(isCaughtAs<qcArchive::Errors>(qcArchive::UnknownVersion(nullptr, 0)));
+    EXPECT_TRUE(isCaughtAs<std::exception>(qcArchive::EndOfData("")));
+    EXPECT_TRUE(isCaughtAs<qcExceptionWithString>(Failure(L"")));
+
+    std::set<long> const numbers = {
+        singular.errorNumber(),          qcBadPointer().errorNumber(),
+        qcPel::BadWindow().errorNumber(), qcArchive::EndOfData("").errorNumber(),
+        qcThreadID::Ended().errorNumber(), qcArchive::FileError("").errorNumber()};
+    EXPECT_EQ(numbers.size(), 6u);
+}
+
+TEST(Exception, SaysWhatHappened)
+{
+    EXPECT_STREQ(Failure(L"not gr\u00FC\u00DFe \u20AC \U0001F600").what(),
+                 "not gr\xC3\xBC\xC3\x9F" "e \xE2\x82\xAC \xF0\x9F\x98\x80");
+    EXPECT_STREQ(Failure(nullptr).what(), "(anonymous namespace)::Failure");
+    qcArchive::UnknownVersion const version("cntr/contour", 900);
+    EXPECT_STREQ(version.file(), "cntr/contour");
+    EXPECT_EQ(version.line(), 900);
+    EXPECT_NE(std::string(version.what()).find("cntr/contour:900"), std::string::npos);
+    EXPECT_EQ(std::string(qcArchive::UnknownVersion(version).what()), version.what());
+
+    Failure changed(L"first");
+    EXPECT_STREQ(changed.what(), "first");
+    changed = Failure(L"second");
+    EXPECT_STREQ(changed.what(), "second");
+}
+
+TEST(Exception, RethrowsItselfFromTheHeap)
+{
+    auto* const heap = new Failure(L"again");
+    try {
+        heap->suicideAndRethrow();
+        FAIL();
+    } catch (Failure const& caught) {
+        EXPECT_EQ(caught.message(), L"again");
+        EXPECT_NE(&caught, heap);
+    }
+    EXPECT_THROW((new qcBadPointer)->suicideAndRethrow(), qcBadPointer);
+}
+
+TEST(Exception, KeepsItsMessageInAnArchive)
+{
+    for (std::wstring const text : {L"", L"caf\u00E9 \u4E2D \U0001F600"}) {
+        Failure stored(text.c_str());
+        qcMemoryArchive out;
+        out || stored;
+        EXPECT_EQ(out.bytes().size(), 1u + 1 + 4 + 4 * text.size());
+        Failure loaded(L"before");
+        EXPECT_STREQ(loaded.what(), "before");
+        qcMemoryArchive in(out.bytes());
+        in || loaded;
+        EXPECT_EQ(loaded.message(), text);
+        EXPECT_STREQ(loaded.what(), stored.what());
+    }
+    qcMemoryArchive bad(std::vector<unsigned char>{0, 1});
+    Failure loaded(L"before");
+    EXPECT_THROW(bad || loaded, qcArchive::UnknownVersion);
+    EXPECT_EQ(loaded.message(), L"before");
+}
+
+struct Tracked : qcPersistent {
+    void change() { notifyChange(); }
+};
+
+struct Listener : qcChangeListener {
+    void changed(qcPersistent const& object) noexcept override
+    {
+        heard.push_back(&object);
+        if (removeMyself)
+            qcPersistent::removeListener(*this);
+    }
+    std::vector<qcPersistent const*> heard;
+    bool removeMyself = false;
+};
+
+TEST(Tracking, TellsListenersWhichTrackedObjectChanged)
+{
+    Listener first;
+    Listener second;
+    second.removeMyself = true;
+    qcPersistent::addListener(first);
+    qcPersistent::addListener(second);
+    qcPersistent const* gone = nullptr;
+    Tracked quiet;
+    {
+        Tracked tracked;
+        gone = &tracked;
+        tracked.tracking(true);
+        Tracked copy(tracked);
+        EXPECT_FALSE(copy.tracking());
+        quiet = tracked;
+        quiet.change();
+        copy.change();
+        EXPECT_TRUE(first.heard.empty());
+        tracked.change();
+    }
+    EXPECT_EQ(first.heard, (std::vector<qcPersistent const*>{gone, gone})) << "change, destruction";
+    EXPECT_EQ(second.heard.size(), 1u);
+    qcPersistent::removeListener(first);
+    quiet.tracking(true);
+    quiet.change();
+    EXPECT_EQ(first.heard.size(), 2u);
+}
+
+}  // namespace
