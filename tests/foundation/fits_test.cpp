@@ -72,7 +72,10 @@ char const kResidual[] = "fit: the residual is larger than accepted";
 
 TEST(EllipseFit, FindsKnownEllipsesAtEveryScaleAndPlace)
 {
-    struct { char const* name; double long_, short_, rotation, from, to, error; } const cases[] = {
+    struct {
+        char const* name;
+        double long_, short_, rotation, from, to, error;
+    } const cases[] = {
         {"plain", 3.0, 2.0, 0.4, 0.0, 2 * kPi, 1e-11},
         {"nearly round", 1.0, 1.0 - 1e-5, 1.1, 0.0, 2 * kPi, 1e-9},
         {"a thousand to one", 1000.0, 1.0, -0.7, 0.0, 2 * kPi, 1e-10},
@@ -85,8 +88,9 @@ TEST(EllipseFit, FindsKnownEllipsesAtEveryScaleAndPlace)
             for (double const shift : {0.0, 1e3}) {  // in sizes of the ellipse
                 SCOPED_TRACE(testing::Message() << c.name << " scale " << scale << " at " << shift);
                 qcVector<2> const center(shift * scale * c.long_, -2.0 * shift * scale * c.long_);
-                auto const points = onEllipse({center, {c.long_ * scale, c.short_ * scale},
-                                               qcRadian(c.rotation)}, 60, c.from, c.to);
+                auto const points =
+                    onEllipse({center, {c.long_ * scale, c.short_ * scale}, qcRadian(c.rotation)},
+                              60, c.from, c.to);
                 qcEllipseFitResults r;
                 qfEllipseFit(ellipseParams(c.rotation), points, r);
                 // A rounding of the coordinates is this much larger, to the short axis.
@@ -169,7 +173,12 @@ TEST(Fits, RefuseWhatIsNoSuchCurve)
     }
     lineAndOne.emplace_back(3, 3);
     Points const two{{1, 2}, {3, 4}, {1, 2}, {3, 4}};
-    struct { char const* name; Points points; char const* ellipse; char const* circle; } const cases[] = {
+    struct {
+        char const* name;
+        Points points;
+        char const* ellipse;
+        char const* circle;
+    } const cases[] = {
         {"none", {}, kFew, kFew},
         {"two distinct", two, kFew, kFew},
         {"four distinct, many times", fewTwice, kFew, "nothing"},
@@ -189,15 +198,19 @@ TEST(Fits, RefuseWhatIsNoSuchCurve)
 
 TEST(CircleFit, FindsKnownCirclesAtEveryScaleAndPlace)
 {
-    struct { char const* name; double sweep, error; } const cases[] = {
-        {"whole", 2 * kPi, 1e-13}, {"half", kPi, 1e-12}, {"tenth", kPi / 5, 1e-10},
-        {"sliver", 0.01, 1e-6}};
+    struct {
+        char const* name;
+        double sweep, error;
+    } const cases[] = {{"whole", 2 * kPi, 1e-13},
+                       {"half", kPi, 1e-12},
+                       {"tenth", kPi / 5, 1e-10},
+                       {"sliver", 0.01, 1e-6}};
     for (auto const& c : cases) {
         for (double const scale : {1e-150, 1e-9, 1.0, 1e9, 1e150, 1e307}) {
             SCOPED_TRACE(testing::Message() << c.name << " scale " << scale);
             qcVector<2> const center(3.0 * scale, -4.0 * scale);
-            auto const points = onEllipse({center, {scale, scale}, qcRadian()}, 30, 0.3,
-                                          0.3 + c.sweep);
+            auto const points =
+                onEllipse({center, {scale, scale}, qcRadian()}, 30, 0.3, 0.3 + c.sweep);
             qcCircleFitResults r;
             qfCircleFit(circleParams(), points, r);
             EXPECT_NEAR(r.circle.radius() / scale, 1.0, 10 * c.error);

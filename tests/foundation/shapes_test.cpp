@@ -13,7 +13,6 @@
 #include <limits>
 #include <stdexcept>
 #include <type_traits>
-#include <typeinfo>
 
 namespace {
 
@@ -22,7 +21,8 @@ constexpr double kPi = 3.14159265358979323846;
 constexpr double kInf = std::numeric_limits<double>::infinity();
 double const kNaN = std::nan("");
 
-static_assert(std::is_trivially_copyable<V>::value && std::is_trivially_copyable<qcXform<2>>::value &&
+static_assert(std::is_trivially_copyable<V>::value &&
+              std::is_trivially_copyable<qcXform<2>>::value &&
               std::is_trivially_copyable<qcPair<long>>::value &&
               std::is_trivially_copyable<qcRadian>::value);
 static_assert(qcXform<2>() * V(3, 4) == V(3, 4) && V(1, 0).cross(V(0, 1)) == 1.0);
@@ -31,7 +31,11 @@ static_assert(qcXform<2>() * V(3, 4) == V(3, 4) && V(1, 0).cross(V(0, 1)) == 1.0
 
 TEST(Vector, HasLengthDirectionAndUnit)
 {
-    struct { V v; double length, angle; V unit; } const cases[] = {
+    struct {
+        V v;
+        double length, angle;
+        V unit;
+    } const cases[] = {
         {{3, 4}, 5.0, std::atan2(4, 3), {0.6, 0.8}},
         {{0, 0}, 0.0, 0.0, {0, 0}},
         {{0, -2}, 2.0, -kPi / 2, {0, -1}},
@@ -50,8 +54,8 @@ TEST(Vector, HasLengthDirectionAndUnit)
 TEST(Angle, ComesIntoOneTurn)
 {
     double const turn = 2 * kPi;
-    double const cases[][2] = {{0, 0}, {-0.0, 0}, {1, 1}, {turn, 0}, {-1, turn - 1}, {-1e-20, 0},
-                               {-turn, 0}, {7, 7 - turn}};
+    double const cases[][2] = {{0, 0},         {-0.0, 0},   {1, 1},     {turn, 0},
+                               {-1, turn - 1}, {-1e-20, 0}, {-turn, 0}, {7, 7 - turn}};
     for (auto const& c : cases) {
         EXPECT_EQ(qcRadian(c[0]).norm().toDouble(), c[1]) << c[0];
         EXPECT_FALSE(std::signbit(qcRadian(c[0]).norm().toDouble())) << c[0];
@@ -74,9 +78,19 @@ TEST(Compare, IsAbsoluteAndFlooringIsDefined)
         EXPECT_TRUE(qfRealEq(qcMatrix<2>(), off, 0.5)) << k;
         EXPECT_NE(qcMatrix<2>(), off);
     }
-    struct { double value; long floored; } const cases[] = {
-        {2.7, 2}, {-2.1, -3}, {-0.0, 0}, {5.0, 5}, {1e300, LONG_MAX}, {-1e300, LONG_MIN},
-        {9223372036854775808.0, LONG_MAX}, {kInf, LONG_MAX}, {-kInf, LONG_MIN}, {kNaN, 0}};
+    struct {
+        double value;
+        long floored;
+    } const cases[] = {{2.7, 2},
+                       {-2.1, -3},
+                       {-0.0, 0},
+                       {5.0, 5},
+                       {1e300, LONG_MAX},
+                       {-1e300, LONG_MIN},
+                       {9223372036854775808.0, LONG_MAX},
+                       {kInf, LONG_MAX},
+                       {-kInf, LONG_MIN},
+                       {kNaN, 0}};
     for (auto const& c : cases)
         EXPECT_EQ(qfIFloor(c.value), c.floored) << c.value;
 }
@@ -90,8 +104,9 @@ TEST(Matrix, InvertsWhateverDoublesHold)
         qcMatrix<2> const m(2 * scale, scale, 7 * scale, 4 * scale);
         EXPECT_TRUE(qfRealEq(m * m.inverse(), qcMatrix<2>(), 1e-14)) << scale;
     }
-    for (auto const& m : {qcMatrix<2>(0, 0, 0, 0), qcMatrix<2>(1, 2, 2, 4), qcMatrix<2>(kNaN, 0, 0, 1),
-                          qcMatrix<2>(kInf, 0, 0, 1), qcMatrix<2>(5e-324, 0, 0, 5e-324)})
+    for (auto const& m :
+         {qcMatrix<2>(0, 0, 0, 0), qcMatrix<2>(1, 2, 2, 4), qcMatrix<2>(kNaN, 0, 0, 1),
+          qcMatrix<2>(kInf, 0, 0, 1), qcMatrix<2>(5e-324, 0, 0, 5e-324)})
         EXPECT_THROW(m.inverse(), qcMathError::Singular);
     qcXform<2> const x(qcMatrix<2>(2, 1, 7, 4), V(5, -6));
     EXPECT_TRUE(qfRealEq(x.inverse() * (x * V(3, 8)), V(3, 8), 1e-12));
@@ -104,7 +119,12 @@ TEST(Line, AnswersInEveryPosition)
     qcLine const diagonal = qcLineSeg({1, 1}, {4, 4}).line();
     EXPECT_EQ(diagonal, qcLine({1, 1}, {3, 3}));
     qcLine const none({5, 7}, {0, 0});
-    struct { char const* name; qcLine a, b; bool parallel; V crossing; } const cases[] = {
+    struct {
+        char const* name;
+        qcLine a, b;
+        bool parallel;
+        V crossing;
+    } const cases[] = {
         {"crossing", diagonal, {{0, 4}, {1, -1}}, false, {2, 2}},
         {"parallel: foot of the other base", diagonal, {{0, 4}, {-2, -2}}, true, {2, 2}},
         {"other without direction", diagonal, none, true, {6, 6}},
@@ -125,7 +145,11 @@ TEST(Line, AnswersInEveryPosition)
 
 TEST(LineSeg, DistanceIsToTheNearestOfItsPoints)
 {
-    struct { char const* name; V a, b, x; double distance; } const cases[] = {
+    struct {
+        char const* name;
+        V a, b, x;
+        double distance;
+    } const cases[] = {
         {"beside", {0, 0}, {10, 0}, {4, -3}, 3},
         {"before a", {0, 0}, {10, 0}, {-3, 4}, 5},
         {"behind b", {0, 0}, {10, 0}, {13, 4}, 5},
@@ -142,9 +166,12 @@ TEST(LineSeg, DistanceIsToTheNearestOfItsPoints)
 TEST(Rect, IsClosedAndEnclosesExactly)
 {
     qcRect const rect({1, 2}, {3, 4});
-    struct { V p; bool within; } const cases[] = {
-        {{1, 2}, true}, {{4, 6}, true}, {{2, 3}, true}, {{1, 6}, true}, {{0.999, 3}, false},
-        {{4.001, 3}, false}, {{2, 1.999}, false}, {{2, 6.001}, false}, {{kNaN, 3}, false}};
+    struct {
+        V p;
+        bool within;
+    } const cases[] = {{{1, 2}, true},      {{4, 6}, true},      {{2, 3}, true},
+                       {{1, 6}, true},      {{0.999, 3}, false}, {{4.001, 3}, false},
+                       {{2, 1.999}, false}, {{2, 6.001}, false}, {{kNaN, 3}, false}};
     for (auto const& c : cases)
         EXPECT_EQ(rect.within(c.p), c.within) << c.p.x() << ' ' << c.p.y();
     EXPECT_EQ(rect, qcRect({4, 6}, {-3, -4}));
@@ -159,9 +186,13 @@ TEST(Shapes, EllipseAndPolygonKeepWhatTheyAreGiven)
 {
     qcEllipse const round(qcCircle({1, 2}, 3));
     EXPECT_EQ(round.geom(), qcEllipse::qcEllipseGeom({1, 2}, {3, 3}, qcRadian()));
-    struct { bool clockwise, opposite; V start, quarter; } const cases[] = {
-        {false, false, {0, 4}, {-2, 0}}, {true, false, {0, 4}, {2, 0}},
-        {false, true, {0, -4}, {2, 0}}, {true, true, {0, -4}, {-2, 0}}};
+    struct {
+        bool clockwise, opposite;
+        V start, quarter;
+    } const cases[] = {{false, false, {0, 4}, {-2, 0}},
+                       {true, false, {0, 4}, {2, 0}},
+                       {false, true, {0, -4}, {2, 0}},
+                       {true, true, {0, -4}, {-2, 0}}};
     for (auto const& c : cases) {
         qcEllipse const e({{0, 0}, {4, 2}, qcRadian(kPi / 2), c.clockwise, c.opposite});
         EXPECT_TRUE(qfRealEq(e.pointAt(qcRadian(0)), c.start, 1e-14));
@@ -181,7 +212,8 @@ TEST(Xform, GoesThereAndBack)
     Handle const rigid(new qc2Rigid(qcDegree(-270), V(1, 2)));
     EXPECT_EQ(rigid->mapPoint({1, 0}), V(1, 3));  // a quarter turn, exactly
     V const p(7, -2);
-    for (auto const& x : {linear, rigid, linear->composeBase(*rigid), rigid->composeBase(*linear)}) {
+    for (auto const& x :
+         {linear, rigid, linear->composeBase(*rigid), rigid->composeBase(*linear)}) {
         EXPECT_TRUE(x->isLinear());
         EXPECT_TRUE(qfRealEq(x->inverseBase()->mapPoint(x->mapPoint(p)), p, 1e-13));
         EXPECT_EQ(x->clone()->mapPoint(p), x->mapPoint(p));
@@ -230,7 +262,8 @@ TEST(Shapes, AreStoredAndLoaded)
 
     qc2XformLinear linear(qcMatrix<2>(2, 1, 0, 3), V(5, 6));
     qc2Rigid rigid(qcDegree(30), V(-1, 2));
-    for (qc2XformBase* x : {static_cast<qc2XformBase*>(&linear), static_cast<qc2XformBase*>(&rigid)}) {
+    for (qc2XformBase* x :
+         {static_cast<qc2XformBase*>(&linear), static_cast<qc2XformBase*>(&rigid)}) {
         qcMemoryArchive out;
         qcPersistent* loaded = nullptr;
         qcPersistent::serializePointer(out, x, loaded);
@@ -238,7 +271,7 @@ TEST(Shapes, AreStoredAndLoaded)
         qcMemoryArchive in(out.bytes());
         qcPersistent::serializePointer(in, nullptr, loaded);
         qcPtrHandle<qc2XformBase> const back(dynamic_cast<qc2XformBase*>(loaded));
-        EXPECT_EQ(typeid(*back), typeid(*x));
+        EXPECT_EQ(dynamic_cast<qc2Rigid*>(back.get()) != nullptr, x == &rigid);
         EXPECT_EQ(back->mapPoint({7, 8}), x->mapPoint({7, 8}));
     }
 }

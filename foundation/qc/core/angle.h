@@ -23,10 +23,7 @@ public:
         return a.value_ == b.value_;
     }
     friend constexpr bool operator!=(qcRadian a, qcRadian b) noexcept { return !(a == b); }
-    friend constexpr bool operator<(qcRadian a, qcRadian b) noexcept
-    {
-        return a.value_ < b.value_;
-    }
+    friend constexpr bool operator<(qcRadian a, qcRadian b) noexcept { return a.value_ < b.value_; }
 
 private:
     double value_;
@@ -49,10 +46,7 @@ public:
         return a.value_ == b.value_;
     }
     friend constexpr bool operator!=(qcDegree a, qcDegree b) noexcept { return !(a == b); }
-    friend constexpr bool operator<(qcDegree a, qcDegree b) noexcept
-    {
-        return a.value_ < b.value_;
-    }
+    friend constexpr bool operator<(qcDegree a, qcDegree b) noexcept { return a.value_ < b.value_; }
 
 private:
     double value_;
@@ -69,10 +63,7 @@ public:
     /// The angle in [0, 2 pi), exact up to one rounding.
     constexpr qcRadian toRadian() const noexcept;
 
-    friend constexpr bool operator==(qcAngle8 a, qcAngle8 b) noexcept
-    {
-        return a.code_ == b.code_;
-    }
+    friend constexpr bool operator==(qcAngle8 a, qcAngle8 b) noexcept { return a.code_ == b.code_; }
     friend constexpr bool operator!=(qcAngle8 a, qcAngle8 b) noexcept { return !(a == b); }
 
 private:

@@ -150,8 +150,7 @@ std::size_t droppedPoints(qcCircleFitParams const& params, std::size_t count)
 
 }  // namespace
 
-void qfCircleFit(qcCircleFitParams const& params, Points const& points,
-                 qcCircleFitResults& results)
+void qfCircleFit(qcCircleFitParams const& params, Points const& points, qcCircleFitResults& results)
 {
     constexpr std::size_t kFreedoms = 3;
     check(params);

@@ -15,5 +15,4 @@
 /// ends. Which side a point lies on is decided exactly, except where a product of coordinate
 /// differences over- or underflows. Points with a coordinate that is not finite take no part.
 /// O(n log n).
-QC_EXPORT void qfConvexHull(std::vector<qcVector<2>> const& points,
-                            std::vector<qcVector<2>>& hull);
+QC_EXPORT void qfConvexHull(std::vector<qcVector<2>> const& points, std::vector<qcVector<2>>& hull);

@@ -90,8 +90,8 @@ Reduced reduced(Points const& points)
     for (auto const& p : points) {
         Vector3 rest = quadratic(p);
         for (std::size_t k = 0; k < 3; ++k)
-            rest[k] -= result.linear[k][0] * p.x() + result.linear[k][1] * p.y() +
-                       result.linear[k][2];
+            rest[k] -=
+                result.linear[k][0] * p.x() + result.linear[k][1] * p.y() + result.linear[k][2];
         for (std::size_t i = 0; i < 3; ++i)
             for (std::size_t k = 0; k < 3; ++k)
                 result.scatter[i][k] += rest[i] * rest[k] / count;

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-qcXform<2> const qcXform<2>::I;
+qcXform<2> qcXform<2>::I const;
 
 qcMatrix<2> qcMatrix<2>::inverse() const
 {

@@ -3,7 +3,8 @@
 
 #include <cmath>
 
-qcRandomUniform::qcRandomUniform(long seed) : engine_(static_cast<std::mt19937_64::result_type>(seed))
+qcRandomUniform::qcRandomUniform(long seed)
+    : engine_(static_cast<std::mt19937_64::result_type>(seed))
 {
 }
 

@@ -23,10 +23,7 @@ public:
         : origin_(smaller(corner, corner + size)), lr_(larger(corner, corner + size))
     {
     }
-    qcRect(qcRect const& other) noexcept
-        : qcPersistent(), origin_(other.origin_), lr_(other.lr_)
-    {
-    }
+    qcRect(qcRect const& other) noexcept : qcPersistent(), origin_(other.origin_), lr_(other.lr_) {}
     qcRect& operator=(qcRect const& other) noexcept
     {
         origin_ = other.origin_;
@@ -129,10 +126,7 @@ public:
         constexpr qcEllipseGeom(qcVector<2> const& centerPoint, qcVector<2> const& radiusPair,
                                 qcRadian firstAxis, bool runsClockwise = false,
                                 bool startsOpposite = false) noexcept
-            : center(centerPoint),
-              radii(radiusPair),
-              rotation(firstAxis),
-              clockwise(runsClockwise),
+            : center(centerPoint), radii(radiusPair), rotation(firstAxis), clockwise(runsClockwise),
               opposite(startsOpposite)
         {
         }

@@ -100,8 +100,7 @@ qnInternal::NormalisedPoints qnInternal::normalise(Points const& points)
         p -= mean;
     result.center += mean * result.scale;
     findSpread(result);
-    if (!(result.acrossSpread >
-          kFlat * result.alongSpread + kFlatRoundings * result.rounding))
+    if (!(result.acrossSpread > kFlat * result.alongSpread + kFlatRoundings * result.rounding))
         throw qcFitError::Degenerate();
     return result;
 }
@@ -114,9 +113,8 @@ std::vector<qcVector<2>> qnInternal::withoutFurthest(Points const& points,
         throw qcFitError::TooFewPoints();
     std::vector<std::size_t> order(points.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
-    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
-        return distances[a] < distances[b];
-    });
+    std::stable_sort(order.begin(), order.end(),
+                     [&](std::size_t a, std::size_t b) { return distances[a] < distances[b]; });
     order.resize(points.size() - dropped);
     std::sort(order.begin(), order.end());
     Points kept;

@@ -15,10 +15,10 @@ struct NormalisedPoints {
     std::vector<qcVector<2>> points;  ///< mean (0, 0), coordinates within [-2, 2]
     qcVector<2> center;
     double scale;
-    qcVector<2> axis;    ///< unit vector of the largest spread
-    double alongSpread;  ///< root mean square along the axis, above 0
-    double acrossSpread; ///< the same at right angles to it, above 0
-    double rounding;     ///< size of one rounding of the given coordinates, in normalised units
+    qcVector<2> axis;     ///< unit vector of the largest spread
+    double alongSpread;   ///< root mean square along the axis, above 0
+    double acrossSpread;  ///< the same at right angles to it, above 0
+    double rounding;      ///< size of one rounding of the given coordinates, in normalised units
 };
 
 /// Throws qcFitError::NotFinite unless every coordinate is finite.
@@ -34,8 +34,7 @@ NormalisedPoints normalise(std::vector<qcVector<2>> const& points);
 /// The points without the `dropped` ones of largest distance; of equal ones the later goes.
 /// Throws qcFitError::TooFewPoints when none is left.
 std::vector<qcVector<2>> withoutFurthest(std::vector<qcVector<2>> const& points,
-                                         std::vector<double> const& distances,
-                                         std::size_t dropped);
+                                         std::vector<double> const& distances, std::size_t dropped);
 
 /// Root mean square of distances of any size. Throws qcFitError::NotFinite when it is none, and
 /// qcFitError::ResidualTooLarge above `largest`.

@@ -37,8 +37,8 @@ inline double lineDistance(qcVector<2> const& p, qcVector<2> const& d,
 
 /// Crossing of the line through p along d with the line through q along e. It is total: where
 /// d x e is exactly 0 it is the foot of q on the first line.
-inline qcVector<2> intersectLines(qcVector<2> const& p, qcVector<2> const& d,
-                                  qcVector<2> const& q, qcVector<2> const& e) noexcept
+inline qcVector<2> intersectLines(qcVector<2> const& p, qcVector<2> const& d, qcVector<2> const& q,
+                                  qcVector<2> const& e) noexcept
 {
     double const denominator = d.cross(e);
     if (denominator == 0.0)

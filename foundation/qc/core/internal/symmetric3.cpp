@@ -15,8 +15,7 @@ void rotate(Matrix3& m, Matrix3& axes, std::size_t p, std::size_t q)
     if (m[p][q] == 0.0)
         return;
     double const theta = (m[q][q] - m[p][p]) / (2.0 * m[p][q]);
-    double const tangent =
-        std::copysign(1.0, theta) / (std::fabs(theta) + std::hypot(theta, 1.0));
+    double const tangent = std::copysign(1.0, theta) / (std::fabs(theta) + std::hypot(theta, 1.0));
     double const cosine = 1.0 / std::hypot(tangent, 1.0);
     double const sine = tangent * cosine;
     for (std::size_t k = 0; k < 3; ++k) {
