@@ -4,6 +4,7 @@
 #include "cntr/internal/ray_direction.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 namespace {
 
@@ -42,12 +43,16 @@ bool qcRegion::inside(qcVector<2> const& point, bool considerHoles) const
     // Holes have holes of their own, to any depth, so the regions asked stand on a stack here. A
     // region contains the point when its outline does and none of its holes does.
     std::vector<Asked> asked;
+    // Regions with holes are asked once, however many lists they stand in: through lists that share
+    // them, level upon level, the ways to them double with every level.
+    std::unordered_map<qcRegion const*, bool> answered;
     qcRegion const* next = this;
     bool answer = false;
     while (true) {
         if (next) {
-            answer = next->insideOutline(point);
-            if (answer && !next->holes_.empty()) {
+            auto const known = answered.find(next);
+            answer = known != answered.end() ? known->second : next->insideOutline(point);
+            if (known == answered.end() && answer && !next->holes_.empty()) {
                 asked.push_back({next, 1});
                 next = &*next->holes_.front();
                 continue;
@@ -62,6 +67,8 @@ bool qcRegion::inside(qcVector<2> const& point, bool considerHoles) const
             continue;
         }
         answer = !answer;  // inside a hole is outside its region, and outside all of them inside
+        if (outer.region != this)
+            answered.emplace(outer.region, answer);
         asked.pop_back();
     }
 }

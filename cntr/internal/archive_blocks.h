@@ -65,7 +65,9 @@ void streamHandles(qcArchive& archive, std::vector<qcPtrHandle_const<T>>& handle
 {
     streamBlockVersion(archive);
     streamCount(archive, handles, 1);  // a null pointer is a single byte
+    qcArchive::Promise rest(archive, handles.size());
     for (auto& handle : handles) {
+        rest.keepOne();
         streamHandle(archive, handle);
         if (!archive.isStoring() && archive.isBeingLoaded(handle.get())) {
             handle = qcPtrHandle_const<T>();

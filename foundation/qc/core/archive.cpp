@@ -241,10 +241,13 @@ void qcArchive::vectors(qcVector<2>* values, std::size_t count)
 unsigned long qcArchive::count(unsigned long n, std::size_t minimumBytesPerItem)
 {
     *this || n;
+    if (storing_)
+        return n;
     unsigned long long const each = std::max<unsigned long long>(minimumBytesPerItem, 1);
-    if (!storing_ && n > remaining_() / each) {
-        throw BadCount("a count of " + std::to_string(n) + " items where " +
-                       std::to_string(remaining_()) + " bytes remain");
+    unsigned long long const room = remaining_() - std::min(promised_, remaining_());
+    if (n > room / each) {
+        throw BadCount("a count of " + std::to_string(n) + " items where " + std::to_string(room) +
+                       " bytes remain for them");
     }
     return n;
 }

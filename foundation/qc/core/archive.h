@@ -55,6 +55,7 @@ public:
     class WrongDirection;
     class Unusable;
     class FileError;
+    class Promise;
 
     static constexpr long kDefaultNestingLimit = 1000;
 
@@ -95,6 +96,7 @@ public:
     /// Streams a count of items as an unsigned long and returns it: `n` when storing, the stored
     /// number when loading. There it throws BadCount, before the caller allocates anything, when
     /// that many items of at least `minimumBytesPerItem` bytes each (0 counts as 1) cannot follow.
+    /// Bytes promised to the items of an outer list (Promise) do not count as following.
     unsigned long count(unsigned long n, std::size_t minimumBytesPerItem);
 
     /// The bytes that are still to be read; 0 when storing.
@@ -148,7 +150,37 @@ private:
     bool spoiled_ = false;
     long nestingLimit_ = kDefaultNestingLimit;
     long depth_ = 0;
+    unsigned long long promised_ = 0;
     std::unique_ptr<Objects> objects_;
+};
+
+/// Keeps bytes of a loading archive for the items of a list that are still to be read, one each, so
+/// that lists within lists cannot all claim the same bytes and take memory many times the data.
+class qcArchive::Promise {
+public:
+    Promise(qcArchive& archive, unsigned long long items) noexcept
+        : archive_(archive), items_(archive.isStoring() ? 0 : items)
+    {
+        archive_.promised_ += items_;
+    }
+
+    ~Promise() { archive_.promised_ -= items_; }
+
+    Promise(Promise const&) = delete;
+    Promise& operator=(Promise const&) = delete;
+
+    /// The next item is about to be read.
+    void keepOne() noexcept
+    {
+        if (items_ == 0)
+            return;
+        --items_;
+        --archive_.promised_;
+    }
+
+private:
+    qcArchive& archive_;
+    unsigned long long items_;
 };
 
 /// One byte.
