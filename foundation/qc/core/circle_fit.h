@@ -21,8 +21,8 @@ public:
 class qcCircleFitParams {
 public:
     /// \param mode       eLeastSquares
-    /// \param used       share of the points, above 0 and up to 1, that a robust fit keeps: the rest,
-    ///                   rounded down, are the points furthest from a first fit of all points
+    /// \param used       share of the points, above 0 and up to 1, that a robust fit keeps: the
+    ///                   rest, rounded down, are the points furthest from a first fit of all points
     /// \param ignored    number of further points left out as the furthest ones
     /// \param residual   largest residual accepted, in the units of the points, at least 0
     qcCircleFitParams(qcCircleFitDefs::fit_mode mode, double used, unsigned long ignored,

@@ -5,7 +5,10 @@
 #include <algorithm>
 #include <cmath>
 
-qcXform<2> qcXform<2>::I const;
+// The formatter would move the const behind the name.
+// clang-format off
+qcXform<2> const qcXform<2>::I;
+// clang-format on
 
 qcMatrix<2> qcMatrix<2>::inverse() const
 {

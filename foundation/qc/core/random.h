@@ -12,8 +12,8 @@ class qcRandomUniform {
 public:
     QC_EXPORT explicit qcRandomUniform(long seed);
 
-    /// The next value, uniform from lo up to but never hi, in steps of (hi - lo) / 2^53. An interval
-    /// without inside (lo not below hi, or a bound that is NaN) gives lo. The bounds are finite.
+    /// The next value, uniform from lo up to but never hi, in steps of (hi - lo) / 2^53. An
+    /// interval without inside (lo not below hi, or a bound that is NaN) gives lo. The bounds are finite.
     QC_EXPORT double next(double lo, double hi);
 
 private:
