@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -72,8 +73,7 @@ struct Plain : qcPersistent {
     static qcPersistent* make() { return new Plain; }
 };
 qc_Instantiator const plainExemplar(typeid(Plain), Plain::make);
-struct Unregistered : qcPersistent {
-};
+struct Unregistered : qcPersistent {};
 
 Bytes stored(std::function<void(qcArchive&)> const& write)
 {
@@ -133,12 +133,13 @@ TEST(Archive, WritesOnePortableFormat)
 {
     Values values;
     Bytes const bytes = stored([&](qcArchive& ar) { stream(ar, values); });
-    Bytes const expected = {
-        1,    200,  0x00, 0x00, 0x00, 0x80, 0xFF, 0xFF, 0xFF, 0xFF,              // to the unsigned
-        0x9A, 0x99, 0x99, 0x99, 0x99, 0x99, 0xB9, 0xBF,                          // -0.1
-        0,    0,    0,    0,    0,    0,    0xF8, 0x3F, 0, 0, 0, 0, 0, 0, 0, 0xC0,  // the point
-        0,    0,    0,    0,    0,    0,    0x08, 0x40, 0, 0, 0, 0, 0, 0, 0x10, 0x40,
-        0xCD, 0xAB, 250};
+    Bytes const
+        expected = {1,    200,  0x00, 0x00, 0x00, 0x80, 0xFF, 0xFF, 0xFF, 0xFF,  // to the unsigned
+                    0x9A, 0x99, 0x99, 0x99, 0x99, 0x99, 0xB9, 0xBF,              // -0.1
+                    0,    0,    0,    0,    0,    0,    0xF8, 0x3F, 0,    0,
+                    0,    0,    0,    0,    0,    0xC0,  // the point
+                    0,    0,    0,    0,    0,    0,    0x08, 0x40, 0,    0,
+                    0,    0,    0,    0,    0x10, 0x40, 0xCD, 0xAB, 250};
     EXPECT_EQ(bytes, expected);
 
     Values read{false, 0, 0, 0, 0.0, {}, {}};
@@ -169,7 +170,10 @@ TEST(Archive, RefusesWhatAFieldCannotHold)
     EXPECT_TRUE(storing.bytes().empty());
 
     Bytes const bytes = {3, 0, 0, 0, 1, 2, 3, 4, 5, 6, 7, 8};  // a count of 3 and 8 bytes
-    struct { std::size_t each; bool fits; } const cases[] = {{0, true}, {2, true}, {3, false}};
+    struct {
+        std::size_t each;
+        bool fits;
+    } const cases[] = {{0, true}, {2, true}, {3, false}};
     for (auto const& c : cases) {
         qcMemoryArchive archive(bytes);
         if (c.fits)
@@ -234,7 +238,7 @@ TEST(Archive, NamesWhatIsWrongWithAPointerRecord)
 {
     Node node;
     Bytes self = storedPointer(&node);
-    self[self.size() - 4] = 1;               // one neighbour:
+    self[self.size() - 4] = 1;                 // one neighbour:
     self.insert(self.end(), {2, 1, 0, 0, 0});  // object 1, itself
     Bytes forward = self;
     forward[forward.size() - 4] = 2;
@@ -244,7 +248,11 @@ TEST(Archive, NamesWhatIsWrongWithAPointerRecord)
     className[5] = 'X';
     Bytes hugeName = className;
     hugeName[4] = 0xFF;
-    struct { char const* name; Bytes bytes; long error; } const cases[] = {
+    struct {
+        char const* name;
+        Bytes bytes;
+        long error;
+    } const cases[] = {
         {"to itself", self, 0},
         {"forward reference", forward, qcArchive::BadReference("").errorNumber()},
         {"reference 0", {2, 0, 0, 0, 0}, qcArchive::BadReference("").errorNumber()},
@@ -347,14 +355,15 @@ TEST(Archive, StoredObjectsKeepTheirAddressesToTheEnd)
         qcPersistent::serializePointer(archive, node.get(), none);
     }
     archive.close();
-    EXPECT_EQ(archive.bytes().size(), 100 * storedPointer(qcPtrHandle<Node>(new Node).get()).size());
+    EXPECT_EQ(archive.bytes().size(),
+              100 * storedPointer(qcPtrHandle<Node>(new Node).get()).size());
 }
 
 TEST(FileArchive, ReplacesAFileInOneStepOrNotAtAll)
 {
     namespace fs = std::filesystem;
-    fs::path const folder = fs::path(testing::TempDir()) /
-                            ("archive_test." + std::to_string(::getpid()));
+    fs::path const folder =
+        fs::path(testing::TempDir()) / ("archive_test." + std::to_string(::getpid()));
     fs::create_directory(folder);
     std::string const path = folder / "saved";
     auto const filesThere = [&] {

@@ -40,17 +40,20 @@ TEST(Exception, IsCaughtByEveryBase)
     EXPECT_TRUE(isCaughtAs<std::exception>(qcArchive::EndOfData("")));
     EXPECT_TRUE(isCaughtAs<qcExceptionWithString>(Failure(L"")));
 
-    std::set<long> const numbers = {
-        singular.errorNumber(),          qcBadPointer().errorNumber(),
-        qcPel::BadWindow().errorNumber(), qcArchive::EndOfData("").errorNumber(),
-        qcThreadID::Ended().errorNumber(), qcArchive::FileError("").errorNumber()};
+    std::set<long> const numbers = {singular.errorNumber(),
+                                    qcBadPointer().errorNumber(),
+                                    qcPel::BadWindow().errorNumber(),
+                                    qcArchive::EndOfData("").errorNumber(),
+                                    qcThreadID::Ended().errorNumber(),
+                                    qcArchive::FileError("").errorNumber()};
     EXPECT_EQ(numbers.size(), 6u);
 }
 
 TEST(Exception, SaysWhatHappened)
 {
     EXPECT_STREQ(Failure(L"not gr\u00FC\u00DFe \u20AC \U0001F600").what(),
-                 "not gr\xC3\xBC\xC3\x9F" "e \xE2\x82\xAC \xF0\x9F\x98\x80");
+                 "not gr\xC3\xBC\xC3\x9F"
+                 "e \xE2\x82\xAC \xF0\x9F\x98\x80");
     EXPECT_STREQ(Failure(nullptr).what(), "(anonymous namespace)::Failure");
     qcArchive::UnknownVersion const version("cntr/contour", 900);
     EXPECT_STREQ(version.file(), "cntr/contour");

@@ -34,8 +34,7 @@ struct Other {
     long padding = 7;
 };
 
-struct Declared : Other, Link {
-};
+struct Declared : Other, Link {};
 
 TEST(Handle, CountsItsHoldersAndDeletesWithTheLast)
 {

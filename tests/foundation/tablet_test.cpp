@@ -22,8 +22,9 @@ std::string elements(std::string const& xml)
 {
     std::string names;
     std::vector<std::string> open;
-    std::regex const token("<\\?xml[^>]*\\?>\n|<(/?)([a-z]+)((?: [A-Za-z:-]+=\"[^\"<&]*(?:&(?:amp|lt|gt|"
-                           "quot);[^\"<&]*)*\")*)(/?)>|(?:[^<>&]|&(?:amp|lt|gt|quot);)+");
+    std::regex const token(
+        "<\\?xml[^>]*\\?>\n|<(/?)([a-z]+)((?: [A-Za-z:-]+=\"[^\"<&]*(?:&(?:amp|lt|gt|"
+        "quot);[^\"<&]*)*\")*)(/?)>|(?:[^<>&]|&(?:amp|lt|gt|quot);)+");
     std::size_t end = 0;
     for (std::sregex_iterator it(xml.begin(), xml.end(), token), last; it != last; ++it) {
         if (static_cast<std::size_t>(it->position()) != end)
@@ -76,10 +77,14 @@ TEST(SvgTablet, WritesWellFormedXmlWhateverItIsGiven)
 
 TEST(SvgTablet, FitsThePictureWithYWhereAsked)
 {
-    struct { char const* name; qcSvgTablet::YAxis axis; bool framed; char const* path; } const
-        cases[] = {{"up", qcSvgTablet::eYUp, false, "M10 60L110 10\""},
-                   {"down", qcSvgTablet::eYDown, false, "M10 10L110 60\""},
-                   {"framed", qcSvgTablet::eYUp, true, "M10 110L60 85\""}};
+    struct {
+        char const* name;
+        qcSvgTablet::YAxis axis;
+        bool framed;
+        char const* path;
+    } const cases[] = {{"up", qcSvgTablet::eYUp, false, "M10 60L110 10\""},
+                       {"down", qcSvgTablet::eYDown, false, "M10 10L110 60\""},
+                       {"framed", qcSvgTablet::eYUp, true, "M10 110L60 85\""}};
     for (auto const& c : cases) {
         SCOPED_TRACE(c.name);
         qcSvgTablet tablet(c.axis, 100.0);

@@ -63,10 +63,14 @@ void count(qcThreadID const&, void*)
 
 TEST(ThreadExit, WithdrawnCallbacksAreOverWhenWithdrawReturns)
 {
-    struct { char const* name; qcThreadID::Pending pending; bool threadEndsFirst; int calls; } const
-        cases[] = {{"forgotten", qcThreadID::eForget, false, 0},
-                   {"run now", qcThreadID::eRunNow, false, 2},
-                   {"one already running", qcThreadID::eForget, true, 1}};
+    struct {
+        char const* name;
+        qcThreadID::Pending pending;
+        bool threadEndsFirst;
+        int calls;
+    } const cases[] = {{"forgotten", qcThreadID::eForget, false, 0},
+                       {"run now", qcThreadID::eRunNow, false, 2},
+                       {"one already running", qcThreadID::eForget, true, 1}};
     for (auto const& c : cases) {
         SCOPED_TRACE(c.name);
         calls = 0;

@@ -221,15 +221,14 @@ private:
 };
 
 /// Declares a failure of the archive that carries nothing but a text.
-#define QC_ARCHIVE_ERROR(name)                      \
-    class QC_EXPORT qcArchive::name                 \
-        : public qcArchive::Errors {                \
-    public:                                         \
-        explicit name(std::string const& text);     \
-        name(name const& other);                    \
-        ~name() override;                           \
-        long errorNumber() const override;          \
-        void suicideAndRethrow() override;          \
+#define QC_ARCHIVE_ERROR(name)                                                                     \
+    class QC_EXPORT qcArchive::name : public qcArchive::Errors {                                   \
+    public:                                                                                        \
+        explicit name(std::string const& text);                                                    \
+        name(name const& other);                                                                   \
+        ~name() override;                                                                          \
+        long errorNumber() const override;                                                         \
+        void suicideAndRethrow() override;                                                         \
     }
 
 /// The data end before the value.

@@ -12,19 +12,17 @@ qcArchive::Errors::Errors(Errors const& other) = default;
 qcArchive::Errors::~Errors() = default;
 
 qcArchive::UnknownVersion::UnknownVersion(char const* file, int line)
-    : Errors(std::string("qcArchive::UnknownVersion: the archive holds a version that cannot be read") +
+    : Errors(std::string(
+                 "qcArchive::UnknownVersion: the archive holds a version that cannot be read") +
              (file ? std::string(" (") + file + ":" + std::to_string(line) + ")" : std::string())),
-      file_(file),
-      line_(line)
+      file_(file), line_(line)
 {
 }
 
 QC_EXCEPTION_MEMBERS(qcArchive::UnknownVersion, UnknownVersion, 0x10001301)
 
-#define QC_ARCHIVE_ERROR(Name, number)                                                      \
-    qcArchive::Name::Name(std::string const& text) : Errors("qcArchive::" #Name ": " + text) \
-    {                                                                                       \
-    }                                                                                       \
+#define QC_ARCHIVE_ERROR(Name, number)                                                             \
+    qcArchive::Name::Name(std::string const& text) : Errors("qcArchive::" #Name ": " + text) {}    \
     QC_EXCEPTION_MEMBERS(qcArchive::Name, Name, number)
 
 QC_ARCHIVE_ERROR(EndOfData, 0x10001302)

@@ -111,8 +111,7 @@ void qcFileArchive::openForStoring()
 
     std::string const candidate =
         path_ + ".part-" + std::to_string(::getpid()) + "-" + std::to_string(++serial);
-    int const descriptor =
-        ::open(candidate.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    int const descriptor = ::open(candidate.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (descriptor < 0)
         fail("create", candidate, errno);
     temporaryPath_ = candidate;

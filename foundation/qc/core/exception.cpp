@@ -16,9 +16,7 @@ void appendUtf8(std::string& out, unsigned long code)
     bool const isCharacter = code < 0xD800 || (code > 0xDFFF && code <= 0x10FFFF);
     if (!isCharacter)
         code = 0xFFFD;  // the replacement character
-    auto const tail = [&](int shift) {
-        out += static_cast<char>(0x80 | ((code >> shift) & 0x3F));
-    };
+    auto const tail = [&](int shift) { out += static_cast<char>(0x80 | ((code >> shift) & 0x3F)); };
     if (code < 0x80) {
         out += static_cast<char>(code);
     } else if (code < 0x800) {

@@ -73,10 +73,18 @@ std::string escaped(std::string const& text)
     for (std::size_t i = 0; i < text.size();) {
         std::size_t const length = characterLength(text, i);
         switch (text[i]) {
-        case '&': result += "&amp;"; break;
-        case '<': result += "&lt;"; break;
-        case '>': result += "&gt;"; break;
-        case '"': result += "&quot;"; break;
+        case '&':
+            result += "&amp;";
+            break;
+        case '<':
+            result += "&lt;";
+            break;
+        case '>':
+            result += "&gt;";
+            break;
+        case '"':
+            result += "&quot;";
+            break;
         default:
             if (length == 0)
                 result += "\xEF\xBF\xBD";
@@ -166,8 +174,7 @@ void qcSvgTablet::polygon(std::vector<qcVector<2>> const& points, Style const& s
     add({ePath, {points}, true, style, 0.0, {}});
 }
 
-void qcSvgTablet::polygon(std::vector<std::vector<qcVector<2>>> const& outlines,
-                          Style const& style)
+void qcSvgTablet::polygon(std::vector<std::vector<qcVector<2>>> const& outlines, Style const& style)
 {
     add({ePath, outlines, true, style, 0.0, {}});
 }

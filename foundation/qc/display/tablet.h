@@ -80,9 +80,9 @@ public:
 
     /// What a shape looks like. Without an outline or filling it is invisible.
     struct Style {
-        qcColor color;         ///< of the outline
-        double width = 1.0;    ///< of the outline; 0 for none
-        bool filled = false;   ///< even-odd, with fillColor
+        qcColor color;        ///< of the outline
+        double width = 1.0;   ///< of the outline; 0 for none
+        bool filled = false;  ///< even-odd, with fillColor
         qcColor fillColor;
         double fillOpacity = 1.0;
         Layers layer = eOverlayLayer;

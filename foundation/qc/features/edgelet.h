@@ -26,8 +26,7 @@ public:
     /// Exact comparison of all three.
     friend constexpr bool operator==(qcEdgelet const& a, qcEdgelet const& b) noexcept
     {
-        return a.position_ == b.position_ && a.magnitude_ == b.magnitude_ &&
-               a.angle_ == b.angle_;
+        return a.position_ == b.position_ && a.magnitude_ == b.magnitude_ && a.angle_ == b.angle_;
     }
     friend constexpr bool operator!=(qcEdgelet const& a, qcEdgelet const& b) noexcept
     {
