@@ -1,0 +1,339 @@
+// Contours answered step by step: measures, nearest places, crossings, enclosing shapes, moments.
+#include "tests/support/plain_contour.h"
+
+#include <qc/core/compare.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <map>
+
+namespace qnPlain {
+
+namespace {
+
+bool overlap(qcRect const& b, qcRect const& r)
+{
+    qcVector<2> const bMin = b.origin().position(), bMax = b.lr().position();
+    qcVector<2> const rMin = r.origin().position(), rMax = r.lr().position();
+    return bMax.x() >= rMin.x() && !(bMin.x() > rMax.x()) && bMax.y() >= rMin.y() &&
+           !(bMin.y() > rMax.y());
+}
+
+qcRect at(qcVector<2> const& point)
+{
+    return qcRect(point, {0, 0});
+}
+
+/// Rounded half away from zero, kept within 32 bits; NaN is near nothing, so any cell will do.
+long cell(double coordinate, double tolerance)
+{
+    double v = coordinate * (1 / tolerance);
+    v = v >= 0 ? v + 0.5 : v - 0.5;
+    if (std::isnan(v))
+        return 0;
+    return static_cast<long>(std::max(-2147483648.0, std::min(2147483647.0, v)));
+}
+
+qcVector<2> triangleCentroid(qcVector<2> const& o, qcVector<2> const& a, qcVector<2> const& b)
+{
+    qcLineSeg const fromO(o, (a + b) * 0.5), fromA(a, (o + b) * 0.5);
+    return fromO.line().intersect(fromA.line()).position();
+}
+
+qc_InertiaData inertiaDataTriangle(qcVector<2> const& p1, qcVector<2> const& p2,
+                                   qcVector<2> const& p3, int turns = 0)
+{
+    qcLineSeg const base(p1, p2);
+    qcLine const line = base.line();
+    if (turns < 2 && line.distToPoint(p3) < base.distToPoint(p3) - 1e-10)
+        return inertiaDataTriangle(p2, p3, p1, turns + 1);
+    qcPoint const f = line.proj(p3);
+    double const u = f.distToPoint(p1), v = f.distToPoint(p2), h = f.distToPoint(p3);
+    double a = (u + v) * h * 0.5;
+    double const cx = (v - u) * 0.3333333333333333;
+    double cy = h * 0.3333333333333333;
+    double const x = (u * u * u + v * v * v) * h * 0.08333333333333333 - cx * cx * a;
+    double const y = (u + v) * (h * h * h) * 0.08333333333333333 - cy * cy * a;
+    double p = (v * v - u * u) * (h * h) * 0.041666666666666664 - cx * cy * a;
+    if ((p2.x() - p1.x()) * (p3.y() - p1.y()) - (p2.y() - p1.y()) * (p3.x() - p1.x()) < 0) {
+        a = -a;
+        cy = -cy;
+        p = -p;
+    }
+    double const theta = (p2 - p1).angle().toDouble();
+    double const c = std::cos(theta), s = std::sin(theta);
+    double const m01 = c * s * (x - y) + (c * c - s * s) * p;
+    return qc_InertiaData(a, f.position() + qcVector<2>(c * cx - s * cy, s * cx + c * cy),
+                          {c * c * x - 2 * c * s * p + s * s * y, m01, m01,
+                           s * s * x + 2 * c * s * p + c * c * y});
+}
+
+}  // namespace
+
+std::vector<qcLineSeg> edges(Points const& p, bool closed)
+{
+    std::vector<qcLineSeg> all;
+    if (closed && !p.empty())
+        all.emplace_back(p.back(), p.front());
+    for (std::size_t i = 1; i < p.size(); ++i)
+        all.emplace_back(p[i - 1], p[i]);
+    return all;
+}
+
+double length(Points const& points, bool closed)
+{
+    double sum = 0;
+    for (auto const& edge : edges(points, closed))
+        sum += edge.p1().distance(edge.p2());
+    return sum;
+}
+
+qcVector<2> meanPosition(Points const& points, bool closed)
+{
+    double total = 0, mx = 0, my = 0;
+    for (auto const& edge : edges(points, closed)) {
+        double const d = (edge.p2() - edge.p1()).len();
+        total += d;
+        mx += (edge.p1().x() + edge.p2().x()) * 0.5 * d;
+        my += (edge.p1().y() + edge.p2().y()) * 0.5 * d;
+    }
+    return {mx * (1 / total), my * (1 / total)};
+}
+
+double medianFeatureSize(Points const& points, bool closed)
+{
+    std::vector<double> lengths;
+    for (auto const& edge : edges(points, closed))
+        lengths.push_back(edge.p1().distance(edge.p2()));
+    std::sort(lengths.rbegin(), lengths.rend());
+    return lengths[lengths.size() / 2];
+}
+
+long closestVertexIndex(Points const& points, qcVector<2> const& place)
+{
+    double best = HUGE_VAL;
+    long index = 0;
+    for (std::size_t i = 0; i < points.size(); ++i)
+        if (double const d = place.distance(points[i]); d < best) {
+            best = d;
+            index = static_cast<long>(i);
+        }
+    return index;
+}
+
+qcVector<2> closestPoint(Points const& points, bool closed, qcVector<2> const& place)
+{
+    qcVector<2> result;
+    double best = HUGE_VAL;
+    for (auto const& edge : edges(points, closed)) {
+        double const d = edge.distToPoint(place);
+        if (!(d < best))
+            continue;
+        best = d;
+        qcVector<2> const along = edge.p2() - edge.p1();
+        double const t = ((place - edge.p1()) * along) / (along * along);
+        if (!(t > 0))
+            result = edge.p1();
+        else if (t >= 1)
+            result = edge.p2();
+        else
+            result = edge.line().proj(place).position();
+    }
+    return result;
+}
+
+std::vector<int> vertexIndex(Points const& points, qcVector<2> const& place, double tolerance)
+{
+    std::map<std::pair<long, long>, std::vector<int>> grid;
+    for (std::size_t k = 0; k < points.size(); ++k)
+        grid[{cell(points[k].x(), tolerance), cell(points[k].y(), tolerance)}].push_back(
+            static_cast<int>(k));
+    std::vector<int> found;
+    long const ci = cell(place.x(), tolerance), cj = cell(place.y(), tolerance);
+    for (long i = ci - 1; i <= ci + 1; ++i)
+        for (long j = cj - 1; j <= cj + 1; ++j)
+            if (auto const here = grid.find({i, j}); here != grid.end())
+                for (int k : here->second)
+                    if (points[static_cast<std::size_t>(k)].distance(place) < tolerance)
+                        found.push_back(k);
+    return found;
+}
+
+long extremalVertexIndex(Points const& points, double angle)
+{
+    qcVector<2> const d(std::cos(angle), std::sin(angle));
+    auto const score = [&](qcVector<2> const& p) {
+        if (qfRealEq(d, {1, 0}, 1e-15))
+            return p.x();
+        if (qfRealEq(d, {-1, 0}, 1e-15))
+            return -p.x();
+        if (qfRealEq(d, {0, 1}, 1e-15))
+            return p.y();
+        if (qfRealEq(d, {0, -1}, 1e-15))
+            return -p.y();
+        return d * p;
+    };
+    double best = -1.7976931348623157e308;
+    long index = -1;
+    for (std::size_t i = 0; i < points.size(); ++i)
+        if (score(points[i]) > best) {
+            best = score(points[i]);
+            index = static_cast<long>(i);
+        }
+    return index;
+}
+
+Crossings crossings(Points const& points, bool closed, qcLineSeg const& segment, bool touchingEnds)
+{
+    qcVector<2> const a = segment.p1(), b = segment.p2();
+    qcRect const r = at(b).enclose(at(a));
+    Crossings hits;
+    if (!overlap(encloseRect(points, qcXform<2>()), r))
+        return hits;
+    auto const all = edges(points, closed);
+    for (std::size_t k = 0; k < all.size(); ++k) {
+        qcLineSeg const& edge = all[k];
+        if (qfRealEq(edge.p1(), edge.p2(), 1e-15) ||
+            !overlap(at(edge.p1()).enclose(at(edge.p2())), r) ||
+            edge.line().isParallel(segment.line()))
+            continue;
+        if (!touchingEnds && !(edge.distToPoint(a) > 1e-6 && edge.distToPoint(b) > 1e-6))
+            continue;
+        qcVector<2> const p = edge.line().intersect(segment.line()).position();
+        if (edge.distToPoint(p) < 1e-6 && segment.distToPoint(p) < 1e-6) {
+            hits.points.push_back(p);
+            hits.edges.push_back(static_cast<int>(k));
+        }
+    }
+    auto const key = [&](std::size_t i) { return (hits.points[i] - a) * (b - a); };
+    for (std::size_t i = 0; i + 1 < hits.points.size(); ++i)
+        for (std::size_t j = i + 1; j < hits.points.size(); ++j)
+            if (key(i) > key(j)) {
+                std::swap(hits.points[i], hits.points[j]);
+                std::swap(hits.edges[i], hits.edges[j]);
+            }
+    return hits;
+}
+
+bool isSelfIntersecting(Points const& points, bool closed)
+{
+    for (auto const& edge : edges(points, closed))
+        if (!qfRealEq(edge.p1(), edge.p2(), 1e-15) &&
+            !crossings(points, closed, edge, false).points.empty())
+            return true;
+    return false;
+}
+
+qcRect encloseRect(Points const& points, qcXform<2> const& xform)
+{
+    bool const identity = qfRealEq(xform.trans(), {0, 0}, 1e-15) &&
+                          qfRealEq(xform.matrix(), qcMatrix<2>(), 1e-15);
+    auto const place = [&](qcVector<2> const& p) { return identity ? p : xform * p; };
+    qcRect rect = at(place(points.at(0)));
+    for (auto const& p : points)
+        rect = rect.enclose(at(place(p)));
+    return rect;
+}
+
+qcCircle farthestPairCircle(Points const& points)
+{
+    qcCircle circle;
+    double best = 0;
+    for (auto const& p : points)
+        for (auto const& q : points)
+            if (double const d = p.distance(q); d > best) {
+                best = d;
+                circle = qcCircle((p + q) * 0.5, d * 0.5);
+            }
+    return circle;
+}
+
+qcCircle firstPointCircle(Points const& points)
+{
+    if (points.empty())
+        return {};
+    double r = 0;
+    for (auto const& p : points)
+        r = points[0].distance(p) > r ? points[0].distance(p) : r;
+    return {points[0], r};
+}
+
+qcVector<2> centerOfMass(Points const& points)
+{
+    if (points.size() < 3)
+        return {};
+    double total = 0, gx = 0, gy = 0;
+    for (auto const& edge : edges(points, true)) {
+        double const k = edge.p1().x() * edge.p2().y() - edge.p1().y() * edge.p2().x();
+        if (!(std::fabs(k) > 1e-15))
+            continue;
+        qcVector<2> const g = triangleCentroid({0, 0}, edge.p1(), edge.p2());
+        total += k;
+        gx += g.x() * k;
+        gy += g.y() * k;
+    }
+    if (!(std::fabs(total) > 1e-6))
+        return {};
+    return {gx * (1 / total), gy * (1 / total)};
+}
+
+qc_InertiaData inertiaSum(qc_InertiaData const& a, qc_InertiaData const& b)
+{
+    if (a.area() == 0)
+        return b;
+    if (b.area() == 0)
+        return a;
+    double const total = a.area() + b.area();
+    qcVector<2> c;
+    if (std::fabs(total) > 1e-16)
+        c = (a.centerOfMass() * a.area() + b.centerOfMass() * b.area()) * (1 / total);
+    qcVector<2> const da = c - a.centerOfMass(), db = c - b.centerOfMass();
+    double const product = a.area() * b.area();
+    double const wa = product > 0 ? std::fabs(a.area()) : a.area();
+    double const wb = product > 0 ? std::fabs(b.area()) : b.area();
+    double const sa = product < 0 && !(a.area() > b.area()) ? -1 : 1;
+    double const sb = product < 0 && a.area() > b.area() ? -1 : 1;
+    auto const& m = a.inertiaMatrix();
+    auto const& n = b.inertiaMatrix();
+    double const m00 = sa * m.element(0, 0) + sb * n.element(0, 0) + wa * (da.x() * da.x()) +
+                       wb * (db.x() * db.x());
+    double const m01 = sa * m.element(0, 1) + sb * n.element(0, 1) + wa * da.x() * da.y() +
+                       wb * db.x() * db.y();
+    double const m11 = sa * m.element(1, 1) + sb * n.element(1, 1) + wa * (da.y() * da.y()) +
+                       wb * (db.y() * db.y());
+    return qc_InertiaData(total, c, {m00, m01, m01, m11});
+}
+
+qc_InertiaData inertiaDataPolygon(Points const& points)
+{
+    if (points.size() < 3)
+        return qc_InertiaData();
+    std::vector<qc_InertiaData> triangles;
+    double sum = 0;
+    qcVector<2> const g = qnPlain::centerOfMass(points);
+    for (auto const& edge : edges(points, true)) {
+        triangles.push_back(inertiaDataTriangle(g, edge.p1(), edge.p2()));
+        sum += triangles.back().area();
+    }
+    if (sum < 0) {  // adding holes keeps its meaning only while the total is positive
+        auto const mirror = inertiaDataPolygon(Points(points.rbegin(), points.rend()));
+        return qc_InertiaData(-mirror.area(), mirror.centerOfMass(), mirror.inertiaMatrix());
+    }
+    double const mean = sum / static_cast<double>(triangles.size()), t = mean > 0 ? 1e-6 : -1e-6;
+    qc_InertiaData r;
+    std::vector<bool> used(triangles.size(), false);
+    for (int pass = 1; pass <= 3; ++pass)
+        for (std::size_t i = 0; i < triangles.size(); ++i) {
+            double const area = triangles[i].area();
+            bool const take = pass == 3 ||
+                              (pass == 1 ? area > mean : area > t || (t < 0 && area < t));
+            if (used[i] || !take)
+                continue;
+            used[i] = true;
+            r = inertiaSum(r, triangles[i]);
+        }
+    return r;
+}
+
+}  // namespace qnPlain
