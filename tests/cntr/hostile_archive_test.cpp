@@ -1,0 +1,325 @@
+// Archives that are cut off, altered or made up. Reading them ends in an exception of the archive or
+// in a sound object: one that answers every query and can be stored again.
+#include "tests/support/allocations.h"
+#include "tests/support/golden_archives.h"
+
+#include <cntr/cntrtmpl.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace qnTest;
+
+constexpr long long kMemoryFloor = 1 << 20;
+constexpr long long kMemoryPerByte = 64;  // an object of many members may take few bytes to say
+
+/// Reads the bytes and does everything with what comes out. True when they were refused.
+::testing::AssertionResult survives(Bytes const& bytes, bool* refused = nullptr)
+{
+    if (refused)
+        *refused = false;
+    Root loaded;
+    long long peak = 0;
+    try {
+        Allocations const allocations;
+        struct AtEnd {
+            Allocations const& allocations;
+            long long& peak;
+            ~AtEnd() { peak = allocations.peakBytes(); }
+        } const atEnd{allocations, peak};
+        loaded = load(bytes);
+    } catch (qcArchive::Errors const&) {
+        if (refused)
+            *refused = true;
+    } catch (std::exception const& error) {
+        return ::testing::AssertionFailure() << "reading threw " << error.what();
+    }
+    if (peak > kMemoryFloor + kMemoryPerByte * static_cast<long long>(bytes.size()))
+        return ::testing::AssertionFailure() << "reading took " << peak << " bytes";
+    if (!loaded.object)
+        return ::testing::AssertionSuccess();
+    auto const failure = askEverything(*loaded.object);
+    if (!failure.empty())
+        return ::testing::AssertionFailure() << failure;
+    Bytes const again = store(*loaded.object);
+    if (store(*load(again).object) != again)
+        return ::testing::AssertionFailure() << "stored again it reads differently";
+    return ::testing::AssertionSuccess();
+}
+
+/// The bytes of a set in place, as another program would go on reading after a failure.
+void expectNextLoadUnaffected()
+{
+    static Bytes const good = goldenArchives().back().bytes;
+    EXPECT_EQ(store(*load(good).object), good);
+    EXPECT_FALSE(qcPersistent::haveVisited(nullptr, 0));
+}
+
+TEST(HostileArchive, CutOffAtEveryByte)
+{
+    for (auto const& golden : goldenArchives()) {
+        SCOPED_TRACE(golden.name);
+        for (std::size_t size = 0; size < golden.bytes.size(); ++size) {
+            bool refused = false;
+            EXPECT_TRUE(survives(Bytes(golden.bytes.begin(), golden.bytes.begin() + long(size)),
+                                 &refused))
+                << "cut off at " << size;
+            EXPECT_TRUE(refused) << "cut off at " << size;
+        }
+        expectNextLoadUnaffected();
+    }
+}
+
+TEST(HostileArchive, EveryByteChanged)
+{
+    for (auto const& golden : goldenArchives()) {
+        SCOPED_TRACE(golden.name);
+        for (std::size_t i = 0; i < golden.bytes.size(); ++i)
+            for (int const change : {0x00, 0x01, 0x02, 0x7F, 0x80, 0xFF, -1, -2}) {
+                Bytes bytes = golden.bytes;
+                bytes[i] = static_cast<unsigned char>(change >= 0    ? change
+                                                      : change == -1 ? bytes[i] ^ 0x10
+                                                                     : bytes[i] + 1);
+                EXPECT_TRUE(survives(bytes)) << "byte " << i << " became " << int(bytes[i]);
+            }
+        expectNextLoadUnaffected();
+    }
+}
+
+TEST(HostileArchive, EveryByteOfEveryRecordAsAnyVersion)
+{
+    // The version of the outermost record follows its class name.
+    struct {
+        char const* golden;
+        int newest;
+        char const* file;
+        int line;
+    } const records[] = {
+        {"contour_v1", 1, "cntr/contour", 900},
+        {"region_v1", 1, "cntr/region", 822},
+        {"region_set_v1", 1, "cntr/regionst", 480},
+        {"typed_contour_v1", 1, "ch_core/cntrtmpl", 98},
+        {"typed_region_v0", 0, "ch_core/cntrtmpl", 186},
+        {"typed_region_set_v0", 0, "ch_core/cntrtmpl", 286},
+        {"empty_contour_v0", 0, "qcContourDefs::EmptyContour", 0},
+        {"empty_region_set_v0", 0, "qcContourDefs::EmptyRegionSet", 0},
+        {"bad_params_v0", 0, "qcContourDefs::BadParams", 0},
+        {"region_cannot_be_set_open_v0", 0, "qcContourDefs::RegionCannotBeSetOpen", 0},
+    };
+    auto const goldens = goldenArchives();
+    for (auto const& record : records) {
+        SCOPED_TRACE(record.golden);
+        Bytes bytes;
+        for (auto const& golden : goldens)
+            if (golden.name == record.golden)
+                bytes = golden.bytes;
+        std::size_t const at = 5 + bytes[1];  // tag, count, name
+        for (int version = 0; version < 256; ++version) {
+            bytes[at] = static_cast<unsigned char>(version);
+            EXPECT_TRUE(survives(bytes)) << version;
+            if (version <= record.newest)
+                continue;
+            try {
+                load(bytes);
+                ADD_FAILURE() << "version " << version << " was read";
+            } catch (qcArchive::UnknownVersion const& error) {
+                ASSERT_STREQ(error.file(), record.file);
+                ASSERT_EQ(error.line(), record.line);
+            }
+        }
+    }
+}
+
+TEST(HostileArchive, InnerVersionsAreNamed)
+{
+    auto const contour = [](int legacyBase, int points) {
+        Composer c;
+        return c.newObject("qcContour").byte(0).byte(legacyBase).byte(0).byte(points).bytes();
+    };
+    auto const region = [](int legacyBase) {
+        return Composer().newObject("qcRegion").byte(0).byte(legacyBase).byte(0).bytes();
+    };
+    struct {
+        char const* name;
+        Bytes bytes;
+        char const* file;
+        int line;
+    } const cases[] = {
+        {"legacy base of a contour", contour(1, 0), "cntr/contour", 890},
+        {"point list", contour(0, 1), nullptr, 0},
+        {"legacy base of a region", region(9), "cntr/region", 812},
+        {"hole list", Composer().newObject("qcRegion").byte(1).contour(0, {}).byte(1).bytes(),
+         nullptr, 0},
+        {"region list", Composer().newObject("qcRegionSet").byte(1).byte(0).byte(7).bytes(),
+         nullptr, 0},
+        {"data list",
+         Composer().newObject("qcContourT<qcEdgelet>").byte(1).contour(0, {}).byte(3).bytes(),
+         nullptr, 0},
+        {"base of the exceptions",
+         Composer().newObject("qcContourDefs::BadParams").byte(0).byte(1).bytes(),
+         "qcContourDefs::Errors", 0},
+    };
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.name);
+        try {
+            load(c.bytes);
+            ADD_FAILURE() << "was read";
+        } catch (qcArchive::UnknownVersion const& error) {
+            EXPECT_STREQ(error.file(), c.file);
+            EXPECT_EQ(error.line(), c.line);
+        }
+    }
+}
+
+TEST(HostileArchive, CountsWithNothingBehindThemAreRefused)
+{
+    struct {
+        char const* name;
+        Composer upToCount;
+    } const cases[] = {
+        {"class name", Composer().byte(1)},
+        {"points", Composer().newObject("qcContour").byte(1).byte(0).number(0).byte(1).byte(0)},
+        {"holes", Composer().newObject("qcRegion").byte(1).contour(0, {}).byte(0)},
+        {"regions", Composer().newObject("qcRegionSet").byte(1).byte(0).byte(0)},
+        {"typed regions", Composer().newObject("qcRegionSetT<qcEdgelet>").byte(0).byte(1).byte(0)
+                              .byte(0).number(0).number(3).byte(0)},
+        {"data",
+         Composer().newObject("qcContourT<qcEdgelet>").byte(1).contour(0, {}).byte(0)},
+        {"message", Composer().newObject("qcContourDefs::BadParams").byte(0).byte(0).byte(0).byte(0)},
+    };
+    for (auto const& c : cases)
+        for (unsigned long const count : {5UL, 0x7FFFFFFFUL, 0x80000000UL, 0xFFFFFFFFUL}) {
+            SCOPED_TRACE(c.name);
+            Composer whole = c.upToCount;
+            Allocations const allocations;
+            EXPECT_THROW(load(whole.number(count).byte(0).byte(0).bytes()), qcArchive::BadCount);
+            EXPECT_LT(allocations.peakBytes(), kMemoryFloor);
+        }
+}
+
+TEST(HostileArchive, ListsWithinListsCannotClaimTheSameBytes)
+{
+    Bytes const filler(1 << 20, 0);
+    Composer c;
+    for (int level = 0; level < 900; ++level) {
+        auto const left = filler.size() - 64;
+        c.newObject("qcRegion").byte(1).contour(0, {}).byte(0).number(left);
+    }
+    Bytes bytes = c.bytes();
+    bytes.insert(bytes.end(), filler.begin(), filler.end());
+    bool refused = false;
+    EXPECT_TRUE(survives(bytes, &refused));
+    EXPECT_TRUE(refused);
+}
+
+TEST(HostileArchive, MadeUpObjects)
+{
+    auto const region = [](unsigned long holes) {
+        return Composer().newObject("qcRegion").byte(1).contour(1, {{0, 0}, {4, 0}, {0, 4}})
+            .byte(0).number(holes);
+    };
+    auto const set = [](unsigned long regions) {
+        return Composer().newObject("qcRegionSet").byte(1).byte(0).byte(0).number(regions);
+    };
+    struct {
+        char const* name;
+        Bytes bytes;
+        bool refused;
+    } const cases[] = {
+        {"a hole that is the region", region(1).reference(1).bytes(), true},
+        {"a reference forward", region(1).reference(2).bytes(), true},
+        {"a reference to nothing", region(1).reference(0).bytes(), true},
+        {"a chain of two that closes",
+         region(1).newObject("qcRegion").byte(1).contour(0, {}).byte(0).number(1).reference(1)
+             .bytes(), true},
+        {"a set in itself", set(1).reference(1).number(3).bytes(), false},
+        {"a contour as a hole", region(1).newObject("qcContour").byte(1).byte(0).number(0).byte(1)
+             .pointList({}).number(3).bytes(), false},
+        {"an exception as a region, and again",
+         set(2).newObject("qcContourDefs::EmptyContour").byte(0).byte(0).byte(0).byte(0).number(0)
+             .reference(2).number(3).bytes(), false},
+        {"a set as the transform",
+         Composer().newObject("qcContourT<qcEdgelet>").byte(1).contour(0, {{1, 1}}).byte(0)
+             .number(0).newObject("qcRegionSet").byte(1).byte(0).byte(0).number(0).number(1)
+             .bytes(), false},
+        {"an unknown class", Composer().newObject("qcTriangle").byte(1).bytes(), true},
+        {"a class without a name", Composer().newObject("").bytes(), true},
+        {"an abstract class", Composer().newObject("qcContourDefs::Errors").bytes(), true},
+        {"an unknown kind of pointer", Composer().byte(3).bytes(), true},
+        {"a bound below 0", Composer().newObject("qcContour").byte(1).byte(0).number(0).byte(1)
+             .pointList({{1, 2}, {3, 4}}).number(0x80000000UL).bytes(), false},
+        {"closed that is neither", Composer().newObject("qcContour").byte(1).byte(0).number(0)
+             .byte(2).pointList({}).number(3).bytes(), true},
+    };
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.name);
+        bool refused = false;
+        EXPECT_TRUE(survives(c.bytes, &refused));
+        EXPECT_EQ(refused, c.refused);
+        expectNextLoadUnaffected();
+    }
+}
+
+TEST(HostileArchive, DeepChainsOfHoles)
+{
+    qcPtrHandle<qcRegion> chain(new qcRegion);
+    Composer c;
+    for (int level = 0; level < 100000; ++level) {
+        c.newObject("qcRegion").byte(1).contour(0, {}).byte(0).number(1);
+        qcPtrHandle<qcRegion> const outer(new qcRegion(std::vector<qcVector<2>>{{0, 0}, {1, 0}}));
+        outer->holes({qcPtrHandle_const<qcRegion>(chain)});
+        chain = outer;
+    }
+    EXPECT_THROW(load(c.null().bytes()), qcArchive::NestingTooDeep);
+    EXPECT_THROW(store(*chain), qcArchive::NestingTooDeep);
+    expectNextLoadUnaffected();
+}
+
+TEST(HostileArchive, HolesSharedLevelUponLevelAreAskedOnce)
+{
+    // Every region has the next one twice: the ways through double with each of 300 levels.
+    Composer c;
+    unsigned long const levels = 300;
+    for (unsigned long level = 0; level < levels; ++level)
+        c.newObject("qcRegion").byte(1).contour(0, {{0, 0}, {4, 0}, {0, 4}}).byte(0).number(2);
+    c.null().null();
+    for (unsigned long level = levels; level > 1; --level)
+        c.reference(level);
+    auto const loaded = load(c.bytes());
+    auto& region = dynamic_cast<qcRegion&>(*loaded.object);
+    EXPECT_THROW(region.inside({1, 1}, true), qcBadPointer);
+
+    Bytes noNulls = c.bytes();
+    Composer leaf;
+    leaf.newObject("qcRegion").byte(1).contour(0, {{0, 0}, {4, 0}, {0, 4}}).byte(0).number(0);
+    leaf.reference(levels + 1);
+    auto const nulls = noNulls.end() - long(2 + 5 * (levels - 1));
+    noNulls.insert(noNulls.erase(nulls, nulls + 2), leaf.bytes().begin(), leaf.bytes().end());
+    EXPECT_TRUE(survives(noNulls));
+    EXPECT_TRUE(dynamic_cast<qcRegion&>(*load(noNulls).object).inside({1, 1}, true));
+}
+
+TEST(HostileArchive, AFailedLoadInPlaceLeavesAnObjectThatServes)
+{
+    for (auto const& golden : goldenArchives()) {
+        if (!golden.current)
+            continue;
+        SCOPED_TRACE(golden.name);
+        qcMemoryArchive out;
+        Root const model = golden.expected();
+        out || *model.object;
+        for (std::size_t size = 0; size < out.bytes().size(); ++size) {
+            Root const filled = golden.expected();
+            askEverything(*filled.object);  // fills the caches
+            qcMemoryArchive in(out.bytes().data(), size);
+            EXPECT_THROW(in || *filled.object, qcArchive::Errors);
+            EXPECT_THROW(in || *filled.object, qcArchive::Errors);  // spoiled, and says so
+            EXPECT_EQ(askEverything(*filled.object), "") << size;
+            qcMemoryArchive whole(out.bytes());
+            whole || *filled.object;
+            EXPECT_EQ(describe(filled.object), describe(model.object)) << size;
+        }
+    }
+}
+
+}  // namespace
