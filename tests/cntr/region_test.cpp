@@ -1,0 +1,201 @@
+// The region as an object: construction and its modes, closedness, equality, holes, copies.
+#include "tests/support/regions.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+using namespace qnTest;
+
+namespace {
+
+Points const kEight{{-6, -3}, {6, 3}, {6, -3}, {-6, 3}};
+
+struct Changes : qcChangeListener {
+    Changes() { qcPersistent::addListener(*this); }
+    ~Changes() override { qcPersistent::removeListener(*this); }
+    void changed(qcPersistent const&) noexcept override { ++count; }
+    int count = 0;
+};
+
+template <class Error>
+void expectThrow(std::string const& message, std::function<void()> const& call)
+{
+    try {
+        call();
+        ADD_FAILURE() << "nothing thrown";
+    } catch (Error const& error) {
+        EXPECT_EQ(error.what(), message);
+    }
+}
+
+}  // namespace
+
+TEST(Region, TakesItsOutlineFromAnything)
+{
+    Points const closedList{{0, 0}, {4, 0}, {4, 4}, {0, 0}};
+    qcContour const open(closedList, false, 7);
+    struct {
+        char const* name;
+        qcRegion region;
+        unsigned long label;
+    } const cases[] = {
+        {"points", qcRegion(closedList, qcContourDefs::eIgnore), 0},
+        {"polygon, its repeated end a vertex",
+         qcRegion(qcPolygon(closedList), qcContourDefs::eIgnore), 0},
+        {"open contour", qcRegion(open, qcContourDefs::eIgnore), 7},
+    };
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(c.region.points(), closedList);
+        EXPECT_EQ(c.region.label(), c.label);
+        EXPECT_TRUE(c.region.isClosed());
+        EXPECT_TRUE(c.region.holes().empty());
+    }
+}
+
+TEST(Region, AppliesItsModeAtTheEndOfConstruction)
+{
+    auto const build = [](Points const& points, int mode) {
+        return qcRegion(points, static_cast<qcContourDefs::IntersectionMode>(mode)).points();
+    };
+    for (Points const& simple : {Points{}, Points{{1, 1}}, Points{{1, 1}, {2, 5}}, square(0, 0, 4)})
+        for (int mode = 0; mode < 3; ++mode)
+            EXPECT_EQ(build(simple, mode), simple);
+    EXPECT_EQ(build(kEight, 0), kEight);
+    EXPECT_EQ(build(kEight, 7), kEight);
+    EXPECT_EQ(build(kEight, 1), qnPlain::outerHull(kEight));
+    EXPECT_EQ(build(kEight, 2), qnPlain::boundaryWalk(kEight));
+    qcContour const eight(kEight, true, 5);
+    EXPECT_EQ(qcRegion(eight, qcContourDefs::eRegularize).label(), 0u);
+    expectThrow<qcContourDefs::BadParams>("invalid contour", [&] {
+        build({{3, 2}, {4, 3}, {1, 0}, {4, 4}, {4, 1}}, 2);
+    });
+}
+
+TEST(Region, StaysClosed)
+{
+    qcRegion region = regionOf(square(0, 0, 4));
+    qcContour& contour = region;
+    Changes changes;
+    region.tracking(true);
+    contour.isClosed(true);
+    expectThrow<qcContourDefs::RegionCannotBeSetOpen>("qcContourDefs::RegionCannotBeSetOpen",
+                                                      [&] { contour.isClosed(false); });
+    EXPECT_EQ(changes.count, 0);
+    contour = qcContour(square(1, 1, 2), false);
+    EXPECT_TRUE(region.isClosed());
+    EXPECT_EQ(region.length(), 8);
+    region.tracking(false);
+}
+
+TEST(Region, ComparesOutlinesOnly)
+{
+    qcRegion const plain = regionOf(square(0, 0, 10));
+    qcRegion other = plain;
+    other.holes(std::vector<Hole>{holeOf(square(2, 2, 2))});
+    other.label(3);
+    EXPECT_EQ(plain, other);
+    EXPECT_EQ(plain, regionOf(Figure{square(0, 0, 10), {}}));
+    EXPECT_NE(plain, regionOf(square(0, 0, 11)));
+    other.cachedVectorSize(9);
+    EXPECT_NE(plain, other);
+}
+
+TEST(Region, ChecksHolesAgainstItsOutlineAlone)
+{
+    struct {
+        char const* name;
+        std::vector<Points> holes;  // an empty one stands for a null handle
+        char const* error;
+    } const cases[] = {
+        {"none", {}, ""},
+        {"inside, outside, overlapping each other",
+         {square(2, 2, 3), square(20, 20, 5), square(3, 3, 3)},
+         ""},
+        {"around the outline", {square(-5, -5, 50)}, ""},
+        {"crossing", {square(2, 2, 3), square(8, 8, 5)}, "holes cannot intersect region"},
+        {"resting on the outline with a vertex",
+         {{{5, 0}, {6, 3}, {4, 3}}},
+         "holes cannot intersect region"},
+        {"the outline itself", {square(0, 0, 10)}, "holes cannot intersect region"},
+        {"crossing before null", {square(8, 8, 5), {}}, "holes cannot intersect region"},
+        {"null before crossing", {{}, square(8, 8, 5)}, "null"},
+    };
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.name);
+        std::vector<Hole> const old{holeOf(square(1, 1, 1))};
+        std::vector<Hole> holes;
+        std::vector<qcPtrHandle<qcRegion>> changeable;
+        for (auto const& points : c.holes) {
+            changeable.emplace_back(points.empty() ? nullptr : new qcRegion(regionOf(points)));
+            holes.emplace_back(changeable.back());
+        }
+        for (bool const asConst : {true, false}) {
+            qcRegion region = regionOf(square(0, 0, 10));
+            region.holes(old);
+            EXPECT_EQ(region.area(true), 99);
+            Changes changes;
+            region.tracking(true);
+            auto const set = [&] { asConst ? region.holes(holes) : region.holes(changeable); };
+            if (c.error == std::string("null")) {
+                EXPECT_THROW(set(), qcBadPointer);
+            } else if (*c.error) {
+                expectThrow<qcContourDefs::BadParams>(c.error, set);
+            } else {
+                set();
+            }
+            EXPECT_EQ(changes.count, 2) << "caches go before the holes are looked at";
+            EXPECT_EQ(region.holes(), *c.error ? old : holes);
+            region.tracking(false);
+        }
+    }
+    qcRegion speck = regionOf(Points{{1, 1}});
+    EXPECT_THROW(speck.holes(std::vector<Hole>{holeOf(square(0, 0, 1))}),
+                 qcContourDefs::EmptyContour);
+    speck.holes(std::vector<Hole>{});
+}
+
+TEST(Region, CopiesShareHolesAndKeepCaches)
+{
+    qcPtrHandle<qcRegion> const hole(new qcRegion(regionOf(square(2, 2, 2))));
+    qcRegion source = regionOf(square(0, 0, 10));
+    source.holes(std::vector<qcPtrHandle<qcRegion>>{hole});
+    EXPECT_EQ(source.area(true), 96);
+    qcVector<2> const center = source.centerOfMass(true);
+    hole->points(square(2, 2, 6));  // what the caches were made from is no more
+    {
+        qcRegion copy = source;
+        qcRegion assigned = regionOf(square(5, 5, 1));
+        assigned = copy;
+        EXPECT_EQ(hole->refCount(), 4u);
+        for (auto* region : {&copy, &assigned}) {
+            EXPECT_EQ(region->area(true), 96);
+            EXPECT_EQ(region->centerOfMass(true), center);
+            EXPECT_EQ(region->refCount(), 0u);
+        }
+        copy = *&copy;
+        copy.holes(std::vector<Hole>{});
+        EXPECT_EQ(copy.area(true), 100);
+        EXPECT_EQ(source.holes().size(), 1u);
+    }
+    EXPECT_EQ(hole->refCount(), 2u);
+    source.points(square(0, 0, 20));
+    EXPECT_EQ(source.area(true), 364);
+    EXPECT_NE(source.centerOfMass(true), center);
+}
+
+TEST(Region, MapsAndDrawsItsOutlineAlone)
+{
+    qcRegion region = regionOf(Figure{square(0, 0, 10), {{square(2, 2, 2), {}}}});
+    region.label(4);
+    qcRecordingTablet tablet;
+    region.draw(tablet, qcColor(), qcUITablet::eOverlayLayer);
+    EXPECT_TRUE(tablet.segments().empty());
+    region.draw(tablet, qcContourDefs::eOutline, qcColor(), qcUITablet::eOverlayLayer);
+    EXPECT_EQ(tablet.segments().size(), 4u);
+    region.map(qcXform<2>(qcMatrix<2>(), {5, 5}), region);
+    EXPECT_EQ(region.points(), square(5, 5, 10));
+    EXPECT_EQ(region.label(), 4u);
+    EXPECT_TRUE(region.holes().empty());
+}

@@ -1,0 +1,48 @@
+/// Regions for tests: made from plain figures, and seeded outlines that cross themselves.
+#pragma once
+
+#include "tests/support/plain_region.h"
+
+#include <cntr/region.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+namespace qnTest {
+
+using qnPlain::Figure;
+using qnPlain::Points;
+using Hole = qcPtrHandle_const<qcRegion>;
+
+struct NamedOutline {
+    std::string name;
+    Points points;
+};
+
+inline Points square(double x, double y, double side)
+{
+    return {{x, y}, {x + side, y}, {x + side, y + side}, {x, y + side}};
+}
+
+inline qcRegion regionOf(Points const& outline)
+{
+    return qcRegion(outline, qcContourDefs::eIgnore);
+}
+
+inline Hole holeOf(Points const& outline)
+{
+    return Hole(new qcRegion(outline, qcContourDefs::eIgnore));
+}
+
+/// The figure as a region; its holes, to any depth, are held by it alone.
+qcRegion regionOf(Figure const& figure);
+
+/// Outlines that cross themselves from once to a few hundred times: trochoids, Lissajous figures and
+/// random sums of waves. The same for the same seed.
+std::vector<NamedOutline> crossingCurves(unsigned seed);
+
+/// Every vertex pushed `distance` to the left, without regard to what it then runs into.
+Points crudeOffset(Points const& outline, double distance);
+
+}  // namespace qnTest
