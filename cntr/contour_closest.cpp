@@ -2,6 +2,7 @@
 #include <cntr/contour.h>
 
 #include "cntr/internal/edge_walk.h"
+#include "cntr/internal/nearest.h"
 
 #include <qc/core/internal/plane.h>
 
@@ -26,6 +27,9 @@ qcVector<2> nearestOnEdge(qcVector<2> const& a, qcVector<2> const& b, qcVector<2
 long qcContour::closestVertexIndex(qcVector<2> const& point) const
 {
     checkEmptyContour();
+    auto const* const edges = edgeIndex();
+    if (edges && qnInternal::isRegularPoint(point))
+        return static_cast<long>(qnInternal::nearestVertex(*edges, points_, point).index);
     double best = std::numeric_limits<double>::infinity();
     std::size_t index = 0;
     for (std::size_t i = 0; i < points_.size(); ++i) {
@@ -43,9 +47,16 @@ qcVector<2> qcContour::closestPoint(qcVector<2> const& point, bool verticesOnly)
     checkEmptyContour();
     if (verticesOnly)
         return points_[static_cast<std::size_t>(qcContour::closestVertexIndex(point))];
+    bool const closed = isClosed();
+    auto const* const edges = edgeIndex();
+    if (edges && qnInternal::isRegularPoint(point)) {
+        auto const k = qnInternal::nearestEdge(*edges, points_, closed, point).index;
+        return nearestOnEdge(qnInternal::edgeStart(points_, closed, k),
+                             qnInternal::edgeEnd(points_, closed, k), point);
+    }
     double best = std::numeric_limits<double>::infinity();
     qcVector<2> result;
-    qnInternal::forEachEdge(points_, isClosed(),
+    qnInternal::forEachEdge(points_, closed,
                             [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {
                                 double const d = qnInternal::segmentDistance(from, to, point);
                                 if (d < best) {

@@ -3,6 +3,7 @@
 
 #include "cntr/internal/box.h"
 #include "cntr/internal/contour_caches.h"
+#include "cntr/internal/farthest_pair.h"
 
 namespace {
 
@@ -24,13 +25,17 @@ qcRect toRect(qnInternal::Box const& box)
 
 }  // namespace
 
-qcContour::Box const& qcContour::boundingBox() const
+qcContour::Bounds const& qcContour::bounds() const
 {
-    if (!boundingBox_) {
-        auto const box = boxOfMapped(points_, [](qcVector<2> const& p) { return p; });
-        boundingBox_ = Box(box.min, box.max);
+    if (!bounds_) {
+        double notFinite = 0;  // becomes NaN with the first coordinate that is not finite
+        auto const box = boxOfMapped(points_, [&](qcVector<2> const& p) {
+            notFinite += p.x() * 0.0 + p.y() * 0.0;
+            return p;
+        });
+        bounds_ = Bounds{box.min, box.max, notFinite == 0};
     }
-    return *boundingBox_;
+    return *bounds_;
 }
 
 qcRect qcContour::encloseRect(qcXform<2> const& xform) const
@@ -38,7 +43,7 @@ qcRect qcContour::encloseRect(qcXform<2> const& xform) const
     checkEmptyContour();
     auto const compute = [&] {
         if (qnInternal::isIdentity(xform))
-            return toRect({boundingBox().first, boundingBox().second});
+            return toRect({bounds().min, bounds().max});
         return toRect(boxOfMapped(points_, [&](qcVector<2> const& p) { return xform * p; }));
     };
     return qnInternal::cachedRect(encloseRectCache_, xform, cachedVectorSize_, compute, [] {});
@@ -61,17 +66,12 @@ double qcContour::diameter(qcContourDefs::DiameterMode mode) const
 
 qcContour::Circle qcContour::farthestPairCircle() const
 {
+    auto const* const index = edgeIndex();
+    auto const pair =
+        index ? qnInternal::farthestPair(points_, *index) : qnInternal::farthestPair(points_);
     Circle circle;
-    double best = 0;
-    // Distances are symmetric, so the first of all ordered pairs to reach the maximum has i < j.
-    for (std::size_t i = 0; i < points_.size(); ++i)
-        for (std::size_t j = i + 1; j < points_.size(); ++j) {
-            double const d = points_[i].distance(points_[j]);
-            if (d > best) {
-                best = d;
-                circle = {(points_[i] + points_[j]) * 0.5, d * 0.5};
-            }
-        }
+    if (pair.distance > 0)
+        circle = {(points_[pair.first] + points_[pair.second]) * 0.5, pair.distance * 0.5};
     return circle;
 }
 

@@ -2,22 +2,69 @@
 #include <cntr/contour.h>
 
 #include "cntr/internal/edge_hits.h"
+#include "cntr/internal/edge_index.h"
 #include "cntr/internal/edge_walk.h"
+#include "cntr/internal/self_crossing.h"
 #include "cntr/internal/tolerances.h"
 
 #include <qc/core/compare.h>
 
+using qnInternal::Box;
 using qnInternal::EdgeHit;
+using qnInternal::EdgeIndex;
 using qnInternal::HitQuery;
 
 namespace {
 
-qnInternal::Box toBox(std::pair<qcVector<2>, qcVector<2>> const& corners)
-{
-    return {corners.first, corners.second};
-}
+/// Collects the hits of a query on edges of one contour.
+class Hits {
+public:
+    Hits(std::vector<qcVector<2>> const& points, bool closed) : points_(points), closed_(closed) {}
+
+    void look(HitQuery const& query, std::size_t begin, std::size_t end)
+    {
+        for (std::size_t k = begin; k < end; ++k)
+            if (auto const point = query.meets(qnInternal::edgeStart(points_, closed_, k),
+                                               qnInternal::edgeEnd(points_, closed_, k)))
+                hits.push_back({*point, static_cast<int>(k)});
+    }
+
+    std::vector<EdgeHit> hits;
+
+private:
+    std::vector<qcVector<2>> const& points_;
+    bool closed_;
+};
 
 }  // namespace
+
+EdgeIndex const* qcContour::edgeIndex() const
+{
+    bool const closed = isClosed();
+    if (qnInternal::edgeCount(points_.size(), closed) <= qnInternal::kMaxPlainEdges)
+        return nullptr;
+    if (!edgeIndex_ || edgeIndex_->closed() != closed)
+        edgeIndex_ = std::make_shared<EdgeIndex>(points_, closed);
+    return edgeIndex_->regular() ? edgeIndex_.get() : nullptr;
+}
+
+std::vector<EdgeHit> qcContour::hits(HitQuery const& query) const
+{
+    Hits found(points_, isClosed());
+    if (!overlap({bounds().min, bounds().max}, query.box()))
+        return {};
+    EdgeIndex const* const index = query.regular() ? edgeIndex() : nullptr;
+    if (index)
+        index->forEachLeaf(0, qnInternal::SegmentReach(query.a(), query.b(), index->scale()),
+                           [&](std::size_t leaf) {
+                               found.look(query, index->leafBegin(leaf), index->leafEnd(leaf));
+                               return false;
+                           });
+    else
+        found.look(query, 0, qnInternal::edgeCount(points_.size(), isClosed()));
+    query.sortAlong(found.hits);
+    return found.hits;
+}
 
 std::vector<qcVector<2>> qcContour::intersections(qcLineSeg const& segment,
                                                   std::vector<int>& segIndices,
@@ -25,20 +72,11 @@ std::vector<qcVector<2>> qcContour::intersections(qcLineSeg const& segment,
 {
     checkEmptyContour();
     segIndices.clear();
-    HitQuery const query(segment.p1(), segment.p2(), touchingEnds);
+    auto const meetings = hits(HitQuery(segment.p1(), segment.p2(), touchingEnds));
     std::vector<qcVector<2>> found;
-    if (!overlap(toBox(boundingBox()), query.box()))
-        return found;
-    std::vector<EdgeHit> hits;
-    qnInternal::forEachEdge(points_, isClosed(),
-                            [&](std::size_t k, qcVector<2> const& from, qcVector<2> const& to) {
-                                if (auto const point = query.meets(from, to))
-                                    hits.push_back({*point, static_cast<int>(k)});
-                            });
-    query.sortAlong(hits);
-    found.reserve(hits.size());
-    segIndices.reserve(hits.size());
-    for (auto const& hit : hits) {
+    found.reserve(meetings.size());
+    segIndices.reserve(meetings.size());
+    for (auto const& hit : meetings) {
         found.push_back(hit.point);
         segIndices.push_back(hit.edge);
     }
@@ -55,13 +93,50 @@ std::vector<qcVector<2>> qcContour::intersections(qcContour const& other) const
 {
     checkEmptyContour();
     std::vector<qcVector<2>> found;
+    EdgeIndex const* const otherIndex = edgeIndex() ? other.edgeIndex() : nullptr;
+    if (otherIndex) {
+        appendHits(other, *otherIndex, found);
+        return found;
+    }
     qnInternal::forEachEdge(other.points_, other.isClosed(),
                             [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {
-                                auto const hits =
-                                    qcContour::intersections(qcLineSeg(from, to), true);
-                                found.insert(found.end(), hits.begin(), hits.end());
+                                for (auto const& hit : hits(HitQuery(from, to, true)))
+                                    found.push_back(hit.point);
                             });
     return found;
+}
+
+void qcContour::appendHits(qcContour const& other, EdgeIndex const& otherIndex,
+                           std::vector<qcVector<2>>& found) const
+{
+    EdgeIndex const& index = *edgeIndex();
+    bool const otherClosed = other.isClosed();
+    Hits collected(points_, isClosed());
+    std::vector<std::size_t> leaves;  // of this contour, near the edges of one leaf of the other
+    for (std::size_t otherLeaf = 0; otherLeaf < otherIndex.leafCount(); ++otherLeaf) {
+        leaves.clear();
+        Box const& reach = otherIndex.leafBox(otherLeaf);
+        index.forEachLeaf(
+            0, [&](Box const& box) { return overlap(box, reach); },
+            [&](std::size_t leaf) {
+                leaves.push_back(leaf);
+                return false;
+            });
+        if (leaves.empty())
+            continue;
+        for (std::size_t k = otherIndex.leafBegin(otherLeaf); k < otherIndex.leafEnd(otherLeaf);
+             ++k) {
+            HitQuery const query(qnInternal::edgeStart(other.points_, otherClosed, k),
+                                 qnInternal::edgeEnd(other.points_, otherClosed, k), true);
+            collected.hits.clear();
+            for (std::size_t const leaf : leaves)
+                if (overlap(index.leafBox(leaf), query.box()))
+                    collected.look(query, index.leafBegin(leaf), index.leafEnd(leaf));
+            query.sortAlong(collected.hits);
+            for (auto const& hit : collected.hits)
+                found.push_back(hit.point);
+        }
+    }
 }
 
 bool qcContour::isSelfIntersecting() const
@@ -77,21 +152,14 @@ bool qcContour::anyEdgeMeetsAnother() const
 {
     if (points_.size() < 2)
         return false;
-    auto const box = toBox(boundingBox());
     bool const closed = isClosed();
-    std::size_t const count = qnInternal::edgeCount(points_.size(), closed);
-    for (std::size_t k = 0; k < count; ++k) {
-        auto const& from = qnInternal::edgeStart(points_, closed, k);
-        auto const& to = qnInternal::edgeEnd(points_, closed, k);
-        if (qfRealEq(from, to, qnInternal::kSamePoint))
-            continue;
-        HitQuery const query(from, to, false);
-        if (!overlap(box, query.box()))
-            continue;  // only where the first point is NaN, and with it the box
-        for (std::size_t other = 0; other < count; ++other)
-            if (query.meets(qnInternal::edgeStart(points_, closed, other),
-                            qnInternal::edgeEnd(points_, closed, other)))
-                return true;
-    }
-    return false;
+    if (EdgeIndex const* const index = edgeIndex())
+        return qnInternal::anyEdgeMeetsAnother(*index, points_, closed);
+    bool found = false;
+    qnInternal::forEachEdge(points_, closed,
+                            [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {
+                                if (!found && !qfRealEq(from, to, qnInternal::kSamePoint))
+                                    found = !hits(HitQuery(from, to, false)).empty();
+                            });
+    return found;
 }

@@ -3,6 +3,9 @@
 
 #include <qc/core/vector.h>
 
+#include <algorithm>
+#include <cmath>
+
 namespace qnInternal {
 
 struct Box {
@@ -34,6 +37,13 @@ inline bool overlap(Box const& a, Box const& b)
 {
     return a.max.x() >= b.min.x() && !(a.min.x() > b.max.x()) && a.max.y() >= b.min.y() &&
            !(a.min.y() > b.max.y());
+}
+
+/// The largest absolute coordinate of the corners.
+inline double largestCoordinate(Box const& box)
+{
+    return std::max({std::fabs(box.min.x()), std::fabs(box.min.y()), std::fabs(box.max.x()),
+                     std::fabs(box.max.y())});
 }
 
 }  // namespace qnInternal

@@ -6,9 +6,17 @@
 #include <qc/core/compare.h>
 #include <qc/core/internal/plane.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace qnInternal {
+
+namespace {
+
+/// Up to so many hits the exchange sort is as fast as any.
+constexpr std::size_t kMaxExchanged = 24;
+
+}  // namespace
 
 HitQuery::HitQuery(qcVector<2> const& a, qcVector<2> const& b, bool touchingEnds)
     : a_(a), b_(b), direction_(b - a), box_(boxOf(b)), touchingEnds_(touchingEnds)
@@ -37,13 +45,35 @@ std::optional<qcVector<2>> HitQuery::meets(qcVector<2> const& from, qcVector<2> 
     return std::nullopt;
 }
 
+bool HitQuery::regular() const
+{
+    return largestCoordinate(box_) <= kLargestRegular && direction_ * direction_ >= kShortestSquare;
+}
+
 void HitQuery::sortAlong(std::vector<EdgeHit>& hits) const
 {
+    if (hits.size() > kMaxExchanged && sortByDistinctKeys(hits))
+        return;
     // An exchange sort on purpose: hits with equal keys end where it leaves them.
     for (std::size_t i = 0; i + 1 < hits.size(); ++i)
         for (std::size_t j = i + 1; j < hits.size(); ++j)
             if (key(hits[i]) > key(hits[j]))
                 std::swap(hits[i], hits[j]);
+}
+
+bool HitQuery::sortByDistinctKeys(std::vector<EdgeHit>& hits) const
+{
+    auto const ordered = [this](EdgeHit const& a, EdgeHit const& b) { return key(a) < key(b); };
+    for (auto const& hit : hits)
+        if (key(hit) != key(hit))
+            return false;  // NaN has no place in an order
+    auto sorted = hits;
+    std::sort(sorted.begin(), sorted.end(), ordered);
+    auto const equallyFar = [this](EdgeHit const& a, EdgeHit const& b) { return key(a) == key(b); };
+    if (std::adjacent_find(sorted.begin(), sorted.end(), equallyFar) != sorted.end())
+        return false;
+    hits = std::move(sorted);
+    return true;
 }
 
 }  // namespace qnInternal

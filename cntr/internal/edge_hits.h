@@ -23,7 +23,13 @@ public:
     /// With `touchingEnds` false, edges within kOnSegment of a or b never meet the segment.
     HitQuery(qcVector<2> const& a, qcVector<2> const& b, bool touchingEnds);
 
+    qcVector<2> const& a() const { return a_; }
+    qcVector<2> const& b() const { return b_; }
     Box const& box() const { return box_; }
+
+    /// Whether distances from the segment keep their digits: no coordinate is too large for its
+    /// square, nor is the segment too short for its own.
+    bool regular() const;
 
     /// Where the edge between two points meets the segment. An edge whose ends are one point, or
     /// parallel to the segment, does not.
@@ -34,6 +40,9 @@ public:
     void sortAlong(std::vector<EdgeHit>& hits) const;
 
 private:
+    /// Where no two keys are equal every sort gives one order; else false, and nothing changed.
+    bool sortByDistinctKeys(std::vector<EdgeHit>& hits) const;
+
     double key(EdgeHit const& hit) const { return (hit.point - a_) * direction_; }
 
     qcVector<2> a_;

@@ -39,4 +39,10 @@ inline constexpr double kCancelledRegions = 1e-15;
 /// Units of length to the fourth. A principal moment not above this belongs to no solid ellipse.
 inline constexpr double kFlatMoment = 1e-12;
 
+/// Coordinates up to here have squares and products far from the end of the double range.
+inline constexpr double kLargestRegular = 1e150;
+
+/// Squared lengths below this lose digits to underflow.
+inline constexpr double kShortestSquare = 1e-280;
+
 }  // namespace qnInternal

@@ -26,6 +26,13 @@ class qc_EncloseRectCache;
 class qc_ExtremalVertexCache;
 class qc_VertexIndexCache;
 
+namespace qnInternal {
+class EdgeIndex;
+class HitQuery;
+class SlabIndex;
+struct EdgeHit;
+}  // namespace qnInternal
+
 /// An ordered list of points, joined by straight edges, open or closed, with a label of the caller.
 ///
 /// Edge order: a closed contour of n points has n edges, edge 0 from p[n-1] to p[0] and edge k from
@@ -225,7 +232,11 @@ protected:
 private:
     friend class qcRegion;
 
-    using Box = std::pair<qcVector<2>, qcVector<2>>;  // smallest and largest corner
+    struct Bounds {
+        qcVector<2> min;
+        qcVector<2> max;
+        bool finite = false;  // all coordinates are
+    };
 
     struct Circle {
         qcVector<2> center;
@@ -247,10 +258,20 @@ private:
 
     void dropCaches() noexcept;
     void serializeLegacy(qcArchive& archive);
-    Box const& boundingBox() const;
+    Bounds const& bounds() const;
     Circle farthestPairCircle() const;
     Circle firstPointCircle() const;
     bool anyEdgeMeetsAnother() const;
+
+    // Null where the plain loops over all edges are faster, or alone are right.
+    qnInternal::EdgeIndex const* edgeIndex() const;
+
+    std::vector<qnInternal::EdgeHit> hits(qnInternal::HitQuery const& query) const;
+    void appendHits(qcContour const& other, qnInternal::EdgeIndex const& otherIndex,
+                    std::vector<qcVector<2>>& found) const;
+
+    // Whether the outline, taken as closed, contains a point; nothing where only the ray can tell.
+    std::optional<bool> certainlyInside(qcVector<2> const& point) const;
     qcPolygon toPolygon() const;
 
     unsigned long label_;
@@ -262,11 +283,15 @@ private:
     mutable std::optional<double> length_;
     mutable std::optional<double> medianFeatureSize_;
     mutable std::optional<bool> selfIntersecting_;
-    mutable std::optional<Box> boundingBox_;
+    mutable std::optional<Bounds> bounds_;
     mutable std::array<std::optional<Circle>, 2> encloseCircles_;  // by DiameterMode
     mutable std::optional<Fit> fitEllipse_;
     mutable Hull convexHull_;
-    mutable std::shared_ptr<qc_EdgeData const> edgeData_;  // never changed once built, so shared
+    // Never changed once built, so copies share them.
+    mutable std::shared_ptr<qc_EdgeData const> edgeData_;
+    mutable std::shared_ptr<qnInternal::EdgeIndex const> edgeIndex_;
+    mutable std::shared_ptr<qnInternal::SlabIndex const> slabIndex_;
+    mutable int containmentQueries_ = 0;  // since the points changed; the slabs pay after a few
     mutable std::unique_ptr<qc_EncloseRectCache> encloseRectCache_;
     mutable std::unique_ptr<qc_ExtremalVertexCache> extremalVertexCache_;
     mutable std::unique_ptr<qc_VertexIndexCache> vertexIndexCache_;

@@ -1,0 +1,121 @@
+/// The boxes of a contour's edges, arranged so that few edges are looked at.
+///
+/// The index only proposes: the caller applies the same exact test to the edges it names as to all
+/// edges without it, so no result depends on there being an index.
+#pragma once
+
+#include "cntr/internal/box.h"
+#include "cntr/internal/edge_walk.h"
+
+#include <qc/core/vector.h>
+
+#include <array>
+#include <cstddef>
+#include <limits>
+#include <vector>
+
+namespace qnInternal {
+
+/// Up to here the plain loop over all edges wins (bench/edge_index_bench.cpp).
+inline constexpr std::size_t kMaxPlainEdges = 48;
+
+/// The part of the plane that a query segment can meet edges in. Sharper than the segment's box,
+/// which for a long oblique segment holds most of the outline.
+class SegmentReach {
+public:
+    /// `scale` bounds the coordinates of the edges.
+    SegmentReach(qcVector<2> const& a, qcVector<2> const& b, double scale);
+
+    /// False only where no edge inside `box` can meet the segment.
+    bool operator()(Box const& box) const
+    {
+        if (!overlap(box, box_))
+            return false;
+        double const height = (box.max.y() - box.min.y()) * 0.5;
+        double const width = (box.max.x() - box.min.x()) * 0.5;
+        qcVector<2> const center((box.min.x() + box.max.x()) * 0.5,
+                                 (box.min.y() + box.max.y()) * 0.5);
+        double const offset = direction_.cross(center - a_);
+        double const reach = absX_ * height + absY_ * width + slack_;
+        return !(offset > reach || -offset > reach);
+    }
+
+private:
+    qcVector<2> a_;
+    qcVector<2> direction_;
+    double absX_;
+    double absY_;
+    double slack_;
+    Box box_;
+};
+
+/// A box over every eight consecutive edges and a hierarchy of eights above, in outline order, so
+/// that edges come out ascending by themselves. Built in one pass, about 5 bytes an edge.
+///
+/// Where the outline jumps about at random, boxes hold back nothing and a query looks at all edges,
+/// which costs about what the plain loop does.
+class EdgeIndex {
+public:
+    static constexpr std::size_t kFan = 8;
+
+    EdgeIndex(std::vector<qcVector<2>> const& points, bool closed);
+
+    /// Whether it was built of closed edges.
+    bool closed() const { return closed_; }
+
+    /// Whether the coordinates are such that the bounds hold: all finite and no larger than 1e150, no
+    /// edge shorter than 1e-140 except those of no length. Else only the plain loop is right.
+    bool regular() const { return regular_; }
+
+    /// The largest absolute coordinate.
+    double scale() const { return scale_; }
+
+    std::size_t leafCount() const { return levels_.front().size(); }
+    Box const& leafBox(std::size_t leaf) const { return levels_.front()[leaf]; }
+    Box const& rootBox() const { return levels_.back().front(); }
+
+    /// Edges [begin, end) of a leaf.
+    std::size_t leafBegin(std::size_t leaf) const { return leaf * kFan; }
+    std::size_t leafEnd(std::size_t leaf) const
+    {
+        return leaf + 1 == leafCount() ? edgeCount_ : (leaf + 1) * kFan;
+    }
+
+    /// Calls visit(leaf) in ascending order for the leaves from `first` on whose boxes, and those
+    /// above them, `touches` accepts; stops when visit returns true, and returns whether it did.
+    template <class Touches, class Visit>
+    bool forEachLeaf(std::size_t first, Touches const& touches, Visit const& visit) const
+    {
+        return descend(levels_.size() - 1, 0, first, touches, visit);
+    }
+
+    std::size_t levelCount() const { return levels_.size(); }
+    std::vector<Box> const& level(std::size_t number) const { return levels_[number]; }
+
+private:
+    template <class Touches, class Visit>
+    bool descend(std::size_t level, std::size_t node, std::size_t first, Touches const& touches,
+                 Visit const& visit) const
+    {
+        if (!touches(levels_[level][node]))
+            return false;
+        if (level == 0)
+            return visit(node);
+        std::size_t const below = levels_[level - 1].size();
+        std::size_t const end = node * kFan + kFan < below ? node * kFan + kFan : below;
+        for (std::size_t child = node * kFan; child < end; ++child) {
+            std::size_t const lastLeaf = ((child + 1) << (3 * (level - 1))) - 1;
+            if (lastLeaf >= first && descend(level - 1, child, first, touches, visit))
+                return true;
+        }
+        return false;
+    }
+
+    std::size_t edgeCount_;
+    bool closed_;
+    double scale_ = 0;
+    bool regular_ = true;
+    std::vector<std::vector<Box>> levels_;  // leaves first
+};
+
+}  // namespace qnInternal

@@ -1,0 +1,32 @@
+/// The edge or vertex nearest to a point, found through an index of edge boxes.
+#pragma once
+
+#include "cntr/internal/edge_index.h"
+
+#include <qc/core/vector.h>
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+namespace qnInternal {
+
+/// The nearest item and its distance.
+struct Nearest {
+    double distance;
+    std::size_t index;
+};
+
+/// The edge with the smallest distance to `point`, the first on a tie: what the plain loop over
+/// all edges finds. `index` is regular and `point` within its bounds.
+Nearest nearestEdge(EdgeIndex const& index, std::vector<qcVector<2>> const& points, bool closed,
+                    qcVector<2> const& point);
+
+/// The same for the vertices.
+Nearest nearestVertex(EdgeIndex const& index, std::vector<qcVector<2>> const& points,
+                      qcVector<2> const& point);
+
+/// Whether distances from `point` can be bounded as nearestEdge() does.
+bool isRegularPoint(qcVector<2> const& point);
+
+}  // namespace qnInternal

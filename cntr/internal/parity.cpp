@@ -1,0 +1,137 @@
+// Parity of the edges to the right of a point: over all edges, and over those of one slab.
+#include "cntr/internal/parity.h"
+
+#include "cntr/internal/edge_walk.h"
+#include "cntr/internal/tolerances.h"
+
+#include <qc/core/internal/plane.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace qnInternal {
+
+namespace {
+
+/// Up to these coordinates the rounding of a meeting point (some 1e-15 of them) is far below
+/// kOnSegment.
+constexpr double kLargestCertain = 1e6;
+
+/// How many entries for each edge the slabs may hold beyond one.
+constexpr double kSpareEntries = 1.25;
+
+}  // namespace
+
+ParityReach::ParityReach(Box const& box, std::size_t vertexCount, double rayLength)
+    : box_(box), toVertex_(0), toEdge_(4 * kOnSegment), squaredRay_(0)
+{
+    double const extent = (box.max - box.min).len();
+    double const halfGap = qnAngle::kPi / (2 * static_cast<double>(vertexCount));
+    double const toRay = std::max(2 * kOnSegment, 4 * kParallelSine * extent);
+    toVertex_ = std::max(toRay / std::sin(halfGap), toEdge_);
+    double const usable = rayLength - 16 * kOnSegment;
+    squaredRay_ = usable > 0 ? usable * usable : 0;
+    certain_ = vertexCount >= 3 && largestCoordinate(box) <= kLargestCertain;
+}
+
+bool ParityReach::rayLeavesBox(qcVector<2> const& point) const
+{
+    double const dx = std::max(point.x() - box_.min.x(), box_.max.x() - point.x());
+    double const dy = std::max(point.y() - box_.min.y(), box_.max.y() - point.y());
+    return certain_ && dx * dx + dy * dy < squaredRay_;
+}
+
+void ParityCount::add(qcVector<2> const& from, qcVector<2> const& to)
+{
+    qcVector<2> const a = from - point_;
+    qcVector<2> const b = to - point_;
+    if ((a.y() > reach_ && b.y() > reach_) || (a.y() < -reach_ && b.y() < -reach_))
+        return;
+    if (a.x() < -reach_ && b.x() < -reach_)
+        return;
+    bool const spans = (a.y() > 0) != (b.y() > 0);
+    if (a.x() > reach_ && b.x() > reach_)
+        odd_ ^= spans;
+    else
+        addClose(a, b, spans);
+}
+
+void ParityCount::addClose(qcVector<2> const& a, qcVector<2> const& b, bool spans)
+{
+    double const squaredReach = reach_ * reach_;
+    qcVector<2> const along = b - a;
+    double const cross = a.cross(along);
+    double const squaredLength = along * along;
+    if (a * a <= squaredReach || b * b <= squaredReach ||
+        (cross * cross <= toEdge_ * toEdge_ * squaredLength && squaredLength > 0))
+        near_ = true;
+    // Upwards with the point to its left, or downwards with the point to its right.
+    odd_ ^= spans && (cross > 0) == (along.y() > 0);
+}
+
+SlabIndex::SlabIndex(std::vector<qcVector<2>> const& outline, Box const& box,
+                     ParityReach const& reach)
+    : reach_(reach), bottom_(box.min.y())
+{
+    double climb = 0;
+    forEachEdge(outline, true, [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {
+        climb += std::fabs(to.y() - from.y()) + 2 * reach.toVertex();
+    });
+    double const height = box.max.y() - box.min.y();
+    auto const edges = static_cast<double>(outline.size());
+    double const wanted = climb > 0 ? kSpareEntries * edges * height / climb : 1;
+    slabCount_ = static_cast<std::size_t>(std::clamp(wanted, 1.0, edges));
+    slabsPerUnit_ = height > 0 ? static_cast<double>(slabCount_) / height : 0;
+
+    auto const forEachSlab = [&](auto visit) {
+        forEachEdge(outline, true,
+                    [&](std::size_t k, qcVector<2> const& from, qcVector<2> const& to) {
+                        double const low = std::min(from.y(), to.y()) - reach.toVertex();
+                        double const high = std::max(from.y(), to.y()) + reach.toVertex();
+                        for (std::size_t s = slabOf(low); s <= slabOf(high); ++s)
+                            visit(k, s);
+                    });
+    };
+    begin_.assign(slabCount_ + 1, 0);
+    forEachSlab([&](std::size_t, std::size_t s) { ++begin_[s]; });
+    std::uint32_t total = 0;
+    for (auto& begin : begin_) {
+        total += begin;
+        begin = total;  // the end of its slab for now
+    }
+    edges_.resize(total);
+    forEachSlab(
+        [&](std::size_t k, std::size_t s) { edges_[--begin_[s]] = static_cast<std::uint32_t>(k); });
+}
+
+std::size_t SlabIndex::slabOf(double y) const
+{
+    double const slab = (y - bottom_) * slabsPerUnit_;
+    return static_cast<std::size_t>(std::clamp(slab, 0.0, static_cast<double>(slabCount_ - 1)));
+}
+
+std::optional<bool> SlabIndex::inside(std::vector<qcVector<2>> const& outline,
+                                      qcVector<2> const& point) const
+{
+    if (!reach_.rayLeavesBox(point))
+        return std::nullopt;
+    ParityCount count(point, reach_);
+    std::size_t const slab = slabOf(point.y());
+    for (std::uint32_t i = begin_[slab]; i < begin_[slab + 1]; ++i)
+        count.add(edgeStart(outline, true, edges_[i]), edgeEnd(outline, true, edges_[i]));
+    return count.inside();
+}
+
+std::optional<bool> insideByAllEdges(std::vector<qcVector<2>> const& outline,
+                                     qcVector<2> const& point, ParityReach const& reach)
+{
+    if (!reach.rayLeavesBox(point))
+        return std::nullopt;
+    ParityCount count(point, reach);
+    forEachEdge(outline, true, [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {
+        count.add(from, to);
+    });
+    return count.inside();
+}
+
+}  // namespace qnInternal

@@ -1,0 +1,97 @@
+/// Containment by counting the edges to the right of a point, where that is certain to agree with
+/// the crossings of a containment ray.
+///
+/// The ray leaves the point in the middle of a gap of at least pi / n between the directions of the n
+/// vertices, so every vertex at distance r is at least r sin(pi / 2n) away from it. Where that is
+/// more than kOnSegment, with room for rounding, an edge counts as met exactly where it crosses
+/// the ray: it can not be met beyond its ends. Where it is also more than the outline's extent times
+/// the sine below which lines are parallel, no crossing edge is parallel to the ray. Where no edge
+/// is within kOnSegment of the point, and the ray ends farther than that beyond the bounding box,
+/// no edge is left out for touching its ends. Then the parity of the crossings is that of the closed
+/// outline, and any ray gives it. A point for which one of this is in doubt is asked the ray itself.
+#pragma once
+
+#include "cntr/internal/box.h"
+
+#include <qc/core/vector.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace qnInternal {
+
+/// What must hold around a point for the parity to be certain. All coordinates are finite.
+class ParityReach {
+public:
+    /// `box` bounds the `vertexCount` vertices; `rayLength` is that of the containment ray.
+    ParityReach(Box const& box, std::size_t vertexCount, double rayLength);
+
+    /// Whether the ray from `point`, which lies in the box, is sure to leave the box.
+    bool rayLeavesBox(qcVector<2> const& point) const;
+
+    /// No vertex may be this near.
+    double toVertex() const { return toVertex_; }
+
+    /// No edge may be this near.
+    double toEdge() const { return toEdge_; }
+
+private:
+    Box box_;
+    double toVertex_;
+    double toEdge_;
+    double squaredRay_;
+    bool certain_;
+};
+
+/// Counts edges to the right of a point, and whether one comes too near.
+class ParityCount {
+public:
+    ParityCount(qcVector<2> const& point, ParityReach const& reach)
+        : point_(point), reach_(reach.toVertex()), toEdge_(reach.toEdge())
+    {
+    }
+
+    void add(qcVector<2> const& from, qcVector<2> const& to);
+
+    /// Whether the point is inside, nothing where an edge or vertex was too near.
+    std::optional<bool> inside() const { return near_ ? std::nullopt : std::optional<bool>(odd_); }
+
+private:
+    void addClose(qcVector<2> const& a, qcVector<2> const& b, bool spans);
+
+    qcVector<2> point_;
+    double reach_;
+    double toEdge_;
+    bool odd_ = false;
+    bool near_ = false;
+};
+
+/// The edges of a closed outline by horizontal slabs: as many as the edges about fill, so that a
+/// point looks at a few edges only. At most about 12 bytes an edge.
+class SlabIndex {
+public:
+    SlabIndex(std::vector<qcVector<2>> const& outline, Box const& box, ParityReach const& reach);
+
+    /// Parity of a point in the box, nothing where it is not certain.
+    std::optional<bool> inside(std::vector<qcVector<2>> const& outline,
+                               qcVector<2> const& point) const;
+
+private:
+    std::size_t slabOf(double y) const;
+
+    ParityReach reach_;
+    double bottom_;
+    double slabsPerUnit_;
+    std::size_t slabCount_;
+    std::vector<std::uint32_t> begin_;  // per slab, and one past the last
+    std::vector<std::uint32_t> edges_;
+};
+
+/// The same by a loop over all edges.
+std::optional<bool> insideByAllEdges(std::vector<qcVector<2>> const& outline,
+                                     qcVector<2> const& point, ParityReach const& reach);
+
+}  // namespace qnInternal
