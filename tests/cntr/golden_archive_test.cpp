@@ -45,10 +45,16 @@ TEST(GoldenArchive, TheRegionRecordIsTheDocumentedOne)
 
 TEST(GoldenArchive, FactoriesStandInTheirOrder)
 {
-    std::vector<std::string> const order{
-        "qcContourDefs::EmptyContour", "qcContourDefs::EmptyRegionSet", "qcContourDefs::BadParams",
-        "qcContourDefs::RegionCannotBeSetOpen", "qcContour", "qcRegion", "qcRegionSet",
-        "qcContourT<qcEdgelet>", "qcRegionT<qcEdgelet>", "qcRegionSetT<qcEdgelet>"};
+    std::vector<std::string> const order{"qcContourDefs::EmptyContour",
+                                         "qcContourDefs::EmptyRegionSet",
+                                         "qcContourDefs::BadParams",
+                                         "qcContourDefs::RegionCannotBeSetOpen",
+                                         "qcContour",
+                                         "qcRegion",
+                                         "qcRegionSet",
+                                         "qcContourT<qcEdgelet>",
+                                         "qcRegionT<qcEdgelet>",
+                                         "qcRegionSetT<qcEdgelet>"};
     auto const registered = qcPersistent::registeredClasses();
     auto const first = std::find(registered.begin(), registered.end(), order.front());
     ASSERT_GE(registered.end() - first, 10);

@@ -61,8 +61,8 @@ TEST(HostileArchive, CutOffAtEveryByte)
         SCOPED_TRACE(golden.name);
         for (std::size_t size = 0; size < golden.bytes.size(); ++size) {
             bool refused = false;
-            EXPECT_TRUE(survives(Bytes(golden.bytes.begin(), golden.bytes.begin() + long(size)),
-                                 &refused))
+            EXPECT_TRUE(
+                survives(Bytes(golden.bytes.begin(), golden.bytes.begin() + long(size)), &refused))
                 << "cut off at " << size;
             EXPECT_TRUE(refused) << "cut off at " << size;
         }
@@ -181,11 +181,18 @@ TEST(HostileArchive, CountsWithNothingBehindThemAreRefused)
         {"points", Composer().newObject("qcContour").byte(1).byte(0).number(0).byte(1).byte(0)},
         {"holes", Composer().newObject("qcRegion").byte(1).contour(0, {}).byte(0)},
         {"regions", Composer().newObject("qcRegionSet").byte(1).byte(0).byte(0)},
-        {"typed regions", Composer().newObject("qcRegionSetT<qcEdgelet>").byte(0).byte(1).byte(0)
-                              .byte(0).number(0).number(3).byte(0)},
-        {"data",
-         Composer().newObject("qcContourT<qcEdgelet>").byte(1).contour(0, {}).byte(0)},
-        {"message", Composer().newObject("qcContourDefs::BadParams").byte(0).byte(0).byte(0).byte(0)},
+        {"typed regions", Composer()
+                              .newObject("qcRegionSetT<qcEdgelet>")
+                              .byte(0)
+                              .byte(1)
+                              .byte(0)
+                              .byte(0)
+                              .number(0)
+                              .number(3)
+                              .byte(0)},
+        {"data", Composer().newObject("qcContourT<qcEdgelet>").byte(1).contour(0, {}).byte(0)},
+        {"message",
+         Composer().newObject("qcContourDefs::BadParams").byte(0).byte(0).byte(0).byte(0)},
     };
     for (auto const& c : cases)
         for (unsigned long const count : {5UL, 0x7FFFFFFFUL, 0x80000000UL, 0xFFFFFFFFUL}) {
@@ -215,8 +222,12 @@ TEST(HostileArchive, ListsWithinListsCannotClaimTheSameBytes)
 TEST(HostileArchive, MadeUpObjects)
 {
     auto const region = [](unsigned long holes) {
-        return Composer().newObject("qcRegion").byte(1).contour(1, {{0, 0}, {4, 0}, {0, 4}})
-            .byte(0).number(holes);
+        return Composer()
+            .newObject("qcRegion")
+            .byte(1)
+            .contour(1, {{0, 0}, {4, 0}, {0, 4}})
+            .byte(0)
+            .number(holes);
     };
     auto const set = [](unsigned long regions) {
         return Composer().newObject("qcRegionSet").byte(1).byte(0).byte(0).number(regions);
@@ -230,26 +241,80 @@ TEST(HostileArchive, MadeUpObjects)
         {"a reference forward", region(1).reference(2).bytes(), true},
         {"a reference to nothing", region(1).reference(0).bytes(), true},
         {"a chain of two that closes",
-         region(1).newObject("qcRegion").byte(1).contour(0, {}).byte(0).number(1).reference(1)
-             .bytes(), true},
+         region(1)
+             .newObject("qcRegion")
+             .byte(1)
+             .contour(0, {})
+             .byte(0)
+             .number(1)
+             .reference(1)
+             .bytes(),
+         true},
         {"a set in itself", set(1).reference(1).number(3).bytes(), false},
-        {"a contour as a hole", region(1).newObject("qcContour").byte(1).byte(0).number(0).byte(1)
-             .pointList({}).number(3).bytes(), false},
+        {"a contour as a hole",
+         region(1)
+             .newObject("qcContour")
+             .byte(1)
+             .byte(0)
+             .number(0)
+             .byte(1)
+             .pointList({})
+             .number(3)
+             .bytes(),
+         false},
         {"an exception as a region, and again",
-         set(2).newObject("qcContourDefs::EmptyContour").byte(0).byte(0).byte(0).byte(0).number(0)
-             .reference(2).number(3).bytes(), false},
+         set(2)
+             .newObject("qcContourDefs::EmptyContour")
+             .byte(0)
+             .byte(0)
+             .byte(0)
+             .byte(0)
+             .number(0)
+             .reference(2)
+             .number(3)
+             .bytes(),
+         false},
         {"a set as the transform",
-         Composer().newObject("qcContourT<qcEdgelet>").byte(1).contour(0, {{1, 1}}).byte(0)
-             .number(0).newObject("qcRegionSet").byte(1).byte(0).byte(0).number(0).number(1)
-             .bytes(), false},
+         Composer()
+             .newObject("qcContourT<qcEdgelet>")
+             .byte(1)
+             .contour(0, {{1, 1}})
+             .byte(0)
+             .number(0)
+             .newObject("qcRegionSet")
+             .byte(1)
+             .byte(0)
+             .byte(0)
+             .number(0)
+             .number(1)
+             .bytes(),
+         false},
         {"an unknown class", Composer().newObject("qcTriangle").byte(1).bytes(), true},
         {"a class without a name", Composer().newObject("").bytes(), true},
         {"an abstract class", Composer().newObject("qcContourDefs::Errors").bytes(), true},
         {"an unknown kind of pointer", Composer().byte(3).bytes(), true},
-        {"a bound below 0", Composer().newObject("qcContour").byte(1).byte(0).number(0).byte(1)
-             .pointList({{1, 2}, {3, 4}}).number(0x80000000UL).bytes(), false},
-        {"closed that is neither", Composer().newObject("qcContour").byte(1).byte(0).number(0)
-             .byte(2).pointList({}).number(3).bytes(), true},
+        {"a bound below 0",
+         Composer()
+             .newObject("qcContour")
+             .byte(1)
+             .byte(0)
+             .number(0)
+             .byte(1)
+             .pointList({{1, 2}, {3, 4}})
+             .number(0x80000000UL)
+             .bytes(),
+         false},
+        {"closed that is neither",
+         Composer()
+             .newObject("qcContour")
+             .byte(1)
+             .byte(0)
+             .number(0)
+             .byte(2)
+             .pointList({})
+             .number(3)
+             .bytes(),
+         true},
     };
     for (auto const& c : cases) {
         SCOPED_TRACE(c.name);

@@ -14,10 +14,10 @@ public:
     Allocations(Allocations const&) = delete;
     Allocations& operator=(Allocations const&) = delete;
 
-    long count() const;      ///< calls so far
-    long liveBlocks() const;  ///< blocks taken and not given back on this thread
+    long count() const;           ///< calls so far
+    long liveBlocks() const;      ///< blocks taken and not given back on this thread
     long long peakBytes() const;  ///< the most that was taken at one time
-    bool failed() const;     ///< whether the failing call has come
+    bool failed() const;          ///< whether the failing call has come
 };
 
 }  // namespace qnTest

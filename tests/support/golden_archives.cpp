@@ -121,9 +121,15 @@ std::vector<Golden> oldRecords()
     Composer typedV0;
     typedV0.newObject("qcContourT<qcEdgelet>").byte(0).contour(8, {{1, 2}}).byte(0).number(0);
     return {
-        {"contour_v0", false, [] { return contour({{1.5, -2}, {3, 4}}, false, 0, 6); },
+        {"contour_v0", false,
+         [] {
+             return contour({{1.5, -2}, {3, 4}}, false, 0, 6);
+         },
          contourV0.bytes()},
-        {"region_v0", false, [] { return versionZeroRegion({{0, 0}, {4, 0}, {4, 4}}); },
+        {"region_v0", false,
+         [] {
+             return versionZeroRegion({{0, 0}, {4, 0}, {4, 4}});
+         },
          regionV0.bytes()},
         {"region_set_v0", false, setOfVersionZeroExpected, setOfVersionZero()},
         {"typed_contour_v0", false,
