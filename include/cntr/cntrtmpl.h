@@ -49,6 +49,7 @@ public:
     bool operator==(qcContourT const& other) const;
     bool operator!=(qcContourT const& other) const { return !(*this == other); }
 
+    /// The data, one for each point in the same order.
     std::vector<Datum> const& data() const { return data_; }
 
     /// Replaces the data; the points are rebuilt from them and everything derived is dropped. Throws
@@ -173,7 +174,9 @@ template <class Datum>
 class CNTR_EXPORT qcRegionSetT : public qcRegionSet {
 public:
     qcRegionSetT();
+    /// A set of the given regions, in order; a null handle is taken as it is.
     explicit qcRegionSetT(std::vector<qcPtrHandle_const<qcRegionT<Datum>>> const& regions);
+    /// The same from handles to regions that may change.
     explicit qcRegionSetT(std::vector<qcPtrHandle<qcRegionT<Datum>>> regions);
     qcRegionSetT(qcRegionSetT const& other);
 

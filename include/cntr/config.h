@@ -5,9 +5,13 @@
 #if defined(__GNUC__)
 #define CNTR_EXPORT __attribute__((visibility("default")))
 #else
+/// Makes a name visible outside the library.
 #define CNTR_EXPORT
 #endif
 
+/// First number of the version; a change may break programs.
 #define CNTR_VERSION_MAJOR 0
+/// Second number; before 1.0 it may break programs too.
 #define CNTR_VERSION_MINOR 1
+/// Third number: repairs only.
 #define CNTR_VERSION_PATCH 0

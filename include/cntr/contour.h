@@ -47,6 +47,7 @@ struct EdgeHit;
 /// write: one object belongs to one thread at a time.
 class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepBase {
 public:
+    /// A contour of the points as they are.
     explicit qcContour(std::vector<qcVector<2>> const& points = {}, bool closed = true,
                        unsigned long label = 0);
 
@@ -69,11 +70,13 @@ public:
     bool operator==(qcContour const& other) const;
     bool operator!=(qcContour const& other) const { return !(*this == other); }
 
+    /// The points in order.
     std::vector<qcVector<2>> const& points() const { return points_; }
 
     /// Replaces the points; everything derived from them is dropped.
     virtual void points(std::vector<qcVector<2>> const& points);
 
+    /// Whether the last point is joined back to the first.
     virtual bool isClosed() const;
 
     /// Opens or closes the contour; everything derived from its edges is dropped.
@@ -83,6 +86,7 @@ public:
     virtual void draw(qcUITablet& tablet, qcContourDefs::DrawMode mode, qcColor const& color,
                       qcUITablet::Layers const& layer) const;
 
+    /// The caller's tag.
     unsigned long label() const { return label_; }
 
     /// Sets the caller's tag; nothing derived is dropped.

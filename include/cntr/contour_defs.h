@@ -48,6 +48,7 @@ public:
     ~Errors() override;
 
 protected:
+    /// With a message.
     explicit Errors(std::wstring const& message = L"");
     Errors(Errors const&);
     Errors& operator=(Errors const&);
@@ -59,6 +60,7 @@ protected:
 /// A contour or region has too few points for the operation. Number 0x10004680.
 class CNTR_EXPORT qcContourDefs::EmptyContour : public qcContourDefs::Errors {
 public:
+    /// With a message, empty unless given.
     explicit EmptyContour(std::wstring const& message = L"");
     EmptyContour(EmptyContour const&);
     EmptyContour& operator=(EmptyContour const&);
@@ -81,6 +83,7 @@ private:
 /// A region set has no regions for the operation. Number 0x10004682.
 class CNTR_EXPORT qcContourDefs::EmptyRegionSet : public qcContourDefs::Errors {
 public:
+    /// With a message, empty unless given.
     explicit EmptyRegionSet(std::wstring const& message = L"");
     EmptyRegionSet(EmptyRegionSet const&);
     EmptyRegionSet& operator=(EmptyRegionSet const&);
@@ -103,6 +106,7 @@ private:
 /// An argument is out of its valid range. Number 0x10004683.
 class CNTR_EXPORT qcContourDefs::BadParams : public qcContourDefs::Errors {
 public:
+    /// With a message, empty unless given.
     explicit BadParams(std::wstring const& message = L"");
     BadParams(BadParams const&);
     BadParams& operator=(BadParams const&);
@@ -125,6 +129,7 @@ private:
 /// An attempt to make a region open. Number 0x10004684.
 class CNTR_EXPORT qcContourDefs::RegionCannotBeSetOpen : public qcContourDefs::Errors {
 public:
+    /// With a message, empty unless given.
     explicit RegionCannotBeSetOpen(std::wstring const& message = L"");
     RegionCannotBeSetOpen(RegionCannotBeSetOpen const&);
     RegionCannotBeSetOpen& operator=(RegionCannotBeSetOpen const&);

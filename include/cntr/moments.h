@@ -21,14 +21,18 @@
 /// orientation. The record of all zeros stands for an empty figure.
 class CNTR_EXPORT qc_InertiaData {
 public:
+    /// The record of these values; of an empty figure unless they are given.
     explicit qc_InertiaData(double area = 0.0, qcVector<2> const& centerOfMass = qcVector<2>(),
                             qcMatrix<2> const& inertiaMatrix = qcMatrix<2>(0.0, 0.0, 0.0, 0.0))
         : area_(area), centerOfMass_(centerOfMass), inertiaMatrix_(inertiaMatrix)
     {
     }
 
+    /// The signed area.
     double area() const { return area_; }
+    /// The centre of mass.
     qcVector<2> const& centerOfMass() const { return centerOfMass_; }
+    /// The central second moments, not divided by the area.
     qcMatrix<2> const& inertiaMatrix() const { return inertiaMatrix_; }
 
     /// The record of both figures together, by the parallel-axis rule.

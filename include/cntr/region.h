@@ -43,12 +43,14 @@ public:
     bool operator==(qcRegion const& other) const;
     bool operator!=(qcRegion const& other) const { return !(*this == other); }
 
+    /// The holes in order.
     std::vector<qcPtrHandle_const<qcRegion>> const& holes() const { return holes_; }
 
     /// Replaces the holes. Throws qcBadPointer on a null handle and qcContourDefs::BadParams "holes
     /// cannot intersect region" where a hole's outline meets this one's; the holes are then
     /// unchanged, the caches already dropped. Holes are not tested against each other.
     void holes(std::vector<qcPtrHandle_const<qcRegion>> const& holes);
+    /// The same from handles to regions that may change.
     void holes(std::vector<qcPtrHandle<qcRegion>> const& holes);
 
     /// Always true.

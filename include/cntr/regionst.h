@@ -27,6 +27,7 @@ public:
     /// themselves or each other; what outerHull() and regularize() throw passes.
     explicit qcRegionSet(std::vector<qcPtrHandle_const<qcRegion>> const& regions = {},
                          qcContourDefs::IntersectionMode mode = qcContourDefs::eIgnore);
+    /// The same from handles to regions that may change.
     explicit qcRegionSet(std::vector<qcPtrHandle<qcRegion>> const& regions,
                          qcContourDefs::IntersectionMode mode = qcContourDefs::eIgnore);
 
@@ -50,6 +51,7 @@ public:
     /// in place and the caches dropped.
     void regions(std::vector<qcPtrHandle_const<qcRegion>> const& regions,
                  qcContourDefs::IntersectionMode mode);
+    /// The same from handles to regions that may change.
     void regions(std::vector<qcPtrHandle<qcRegion>> const& regions,
                  qcContourDefs::IntersectionMode mode);
 

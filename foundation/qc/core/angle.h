@@ -10,9 +10,12 @@ class qcDegree;
 class qcRadian {
 public:
     constexpr qcRadian() noexcept : value_(0.0) {}
+    /// An angle of so many radians.
     explicit constexpr qcRadian(double radians) noexcept : value_(radians) {}
+    /// The same angle in radians.
     explicit constexpr qcRadian(qcDegree const& degrees) noexcept;
 
+    /// The number of radians.
     constexpr double toDouble() const noexcept { return value_; }
 
     /// The same direction in [0, 2 pi). An angle that is not finite gives NaN.
@@ -33,9 +36,12 @@ private:
 class qcDegree {
 public:
     constexpr qcDegree() noexcept : value_(0.0) {}
+    /// An angle of so many degrees.
     explicit constexpr qcDegree(double degrees) noexcept : value_(degrees) {}
+    /// The same angle in degrees.
     explicit constexpr qcDegree(qcRadian const& radians) noexcept;
 
+    /// The number of degrees.
     constexpr double toDouble() const noexcept { return value_; }
 
     /// The same direction in [0, 360). An angle that is not finite gives NaN.
@@ -56,8 +62,10 @@ private:
 class qcAngle8 {
 public:
     constexpr qcAngle8() noexcept : code_(0) {}
+    /// The angle of `code` steps.
     explicit constexpr qcAngle8(unsigned char code) noexcept : code_(code) {}
 
+    /// The number of steps, 0 to 255.
     constexpr unsigned char code() const noexcept { return code_; }
 
     /// The angle in [0, 2 pi), exact up to one rounding.
@@ -72,6 +80,7 @@ private:
 
 namespace qnAngle {
 
+/// Pi, as near as a double comes.
 inline constexpr double kPi = 3.14159265358979323846;
 
 /// `value` brought into [0, turn).

@@ -57,6 +57,7 @@ public:
     class FileError;
     class Promise;
 
+    /// How deep objects may stand within objects unless nestingLimit() says otherwise.
     static constexpr long kDefaultNestingLimit = 1000;
 
     qcArchive(qcArchive const&) = delete;
@@ -80,8 +81,10 @@ public:
 
     /// Throws ValueOutOfRange when storing a value that does not fit 32 bits.
     qcArchive& operator||(long& value);
+    /// As for long.
     qcArchive& operator||(unsigned long& value);
 
+    /// Any double, NaN and infinities with it.
     qcArchive& operator||(double& value);
 
     /// `count` bytes as they are.
@@ -106,6 +109,7 @@ public:
     /// read; deeper throws NestingTooDeep. Each level takes stack (a few hundred bytes for most
     /// classes). A limit below 1 refuses every object.
     long nestingLimit() const noexcept { return nestingLimit_; }
+    /// Sets the limit.
     void nestingLimit(long limit) noexcept { nestingLimit_ = limit; }
 
     /// Whether `object` was created by a pointer record that has not been read to its end: a
@@ -121,6 +125,7 @@ public:
     friend QC_EXPORT qcArchive& operator||(qcArchive& archive, qcPersistent& object);
 
 protected:
+    /// An open archive that stores or loads.
     explicit qcArchive(bool storing);
 
 private:
@@ -158,6 +163,7 @@ private:
 /// that lists within lists cannot all claim the same bytes and take memory many times the data.
 class qcArchive::Promise {
 public:
+    /// Keeps one byte for each of `items`; keeps none when the archive is storing.
     Promise(qcArchive& archive, unsigned long long items) noexcept
         : archive_(archive), items_(archive.isStoring() ? 0 : items)
     {
@@ -199,6 +205,7 @@ public:
     ~Errors() override;
 
 protected:
+    /// `text` is what what() says.
     explicit Errors(std::string const& text);
     Errors(Errors const& other);
 };
@@ -210,7 +217,9 @@ public:
     UnknownVersion(char const* file, int line);
     UnknownVersion(UnknownVersion const& other);
     ~UnknownVersion() override;
+    /// The source file that refused the version; may be null.
     char const* file() const noexcept { return file_; }
+    /// The line given by that source.
     int line() const noexcept { return line_; }
     long errorNumber() const override;
     void suicideAndRethrow() override;
@@ -289,6 +298,7 @@ private:
 /// close() leaves nothing behind.
 class QC_EXPORT qcFileArchive : public qcArchive {
 public:
+    /// What the file is opened for.
     enum Direction { eLoad, eStore };
 
     /// Throws FileError when the file cannot be opened or is not a regular file.

@@ -12,6 +12,7 @@
 /// Names of the circle fit.
 class qcCircleFitDefs {
 public:
+    /// What is made small.
     enum fit_mode {
         eLeastSquares = 0  ///< least sum of the squared distances from the circle
     };
@@ -31,9 +32,13 @@ public:
     {
     }
 
+    /// How the circle is fitted.
     qcCircleFitDefs::fit_mode mode() const noexcept { return mode_; }
+    /// The share of the points used.
     double usedShare() const noexcept { return used_; }
+    /// The number of further points left out.
     unsigned long ignoredPoints() const noexcept { return ignored_; }
+    /// The largest residual accepted.
     double largestResidual() const noexcept { return residual_; }
 
 private:
@@ -45,6 +50,7 @@ private:
 
 /// What a circle fit found.
 struct qcCircleFitResults {
+    /// The circle found.
     qcCircle circle;
     /// Root mean square distance of the points used from the circle, in their units.
     double residual = 0.0;

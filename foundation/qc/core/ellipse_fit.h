@@ -13,6 +13,7 @@
 /// Names of the ellipse fit.
 class qcEllipseFitDefs {
 public:
+    /// What is made small.
     enum fit_mode {
         eDirect = 0  ///< least sum of squares of the quadratic form under 4ac - b^2 = 1
     };
@@ -32,9 +33,13 @@ public:
     {
     }
 
+    /// How the ellipse is fitted.
     qcEllipseFitDefs::fit_mode mode() const noexcept { return mode_; }
+    /// The direction near which the rotation is reported.
     qcRadian reference() const noexcept { return reference_; }
+    /// The number of points left out.
     unsigned long ignoredPoints() const noexcept { return ignored_; }
+    /// The largest residual accepted.
     double largestResidual() const noexcept { return residual_; }
 
 private:
@@ -46,6 +51,7 @@ private:
 
 /// What an ellipse fit found.
 struct qcEllipseFitResults {
+    /// The ellipse found.
     qcEllipse ellipse;
     /// Root mean square of |F| / |grad F|, the distance from the ellipse to first order, over the
     /// points used, in their units. A point at the centre (within about a millionth of the radii),

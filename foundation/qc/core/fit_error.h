@@ -23,6 +23,7 @@ public:
     ~Errors() override;
 
 protected:
+    /// With a message.
     explicit Errors(wchar_t const* message);
     Errors(Errors const& other);
 };

@@ -85,6 +85,7 @@ public:
         qc_PtrHandleBase_RepAccessor::retain(rep_);
     }
 
+    /// Takes the object over; `other` is null afterwards.
     qcPtrHandleBase(qcPtrHandleBase&& other) noexcept
         : object_(std::exchange(other.object_, nullptr)), rep_(std::exchange(other.rep_, nullptr))
     {
@@ -107,14 +108,17 @@ public:
 
     /// The object. Throws qcBadPointer when the handle is null.
     T& operator*() const { return *checked(); }
+    /// As operator*.
     T* operator->() const { return checked(); }
 
 protected:
+    /// Shares `object`, which may be null.
     explicit qcPtrHandleBase(T* object) noexcept : object_(object), rep_(object)
     {
         qc_PtrHandleBase_RepAccessor::retain(rep_);
     }
 
+    /// Shares what a handle to a derived class holds.
     template <class U>
     explicit qcPtrHandleBase(qcPtrHandleBase<U> const& other) noexcept
         : object_(other.object_), rep_(other.rep_)

@@ -12,9 +12,12 @@ class qcArchive;
 class qcPoint {
 public:
     constexpr qcPoint() noexcept = default;
+    /// The point at `position`.
     constexpr qcPoint(qcVector<2> const& position) noexcept : position_(position) {}
 
+    /// The vector of the point.
     constexpr qcVector<2> const& position() const noexcept { return position_; }
+    /// The distance between two points.
     double distToPoint(qcVector<2> const& point) const noexcept
     {
         return position_.distance(point);
@@ -39,6 +42,7 @@ class QC_EXPORT qcLine : public virtual qcPersistent {
 public:
     /// A line without direction at the origin.
     qcLine() noexcept {}
+    /// The line through `point` along `direction`.
     qcLine(qcVector<2> const& point, qcVector<2> const& direction) noexcept
         : point_(point), direction_(direction)
     {
@@ -56,7 +60,9 @@ public:
     }
     ~qcLine() override {}
 
+    /// The base point as given.
     qcVector<2> const& point() const noexcept { return point_; }
+    /// The direction as given, of any length.
     qcVector<2> const& direction() const noexcept { return direction_; }
 
     /// Whether the sine of the angle between the lines is at most 1e-10. A line without direction
@@ -93,6 +99,7 @@ class QC_EXPORT qcLineSeg : public virtual qcPersistent {
 public:
     /// The single point (0, 0).
     qcLineSeg() noexcept {}
+    /// The segment from `p1` to `p2`.
     qcLineSeg(qcVector<2> const& p1, qcVector<2> const& p2) noexcept : p1_(p1), p2_(p2) {}
     qcLineSeg(qcLineSeg const& other) noexcept : qcPersistent(), p1_(other.p1_), p2_(other.p2_) {}
     qcLineSeg& operator=(qcLineSeg const& other) noexcept
@@ -104,7 +111,9 @@ public:
     }
     ~qcLineSeg() override {}
 
+    /// The first end.
     qcVector<2> const& p1() const noexcept { return p1_; }
+    /// The second end.
     qcVector<2> const& p2() const noexcept { return p2_; }
 
     /// The line through p1 along p2 - p1.

@@ -36,22 +36,26 @@ public:
     {
         return row == 0 ? (column == 0 ? e00_ : e01_) : (column == 0 ? e10_ : e11_);
     }
+    /// Sets one element.
     constexpr void element(int row, int column, double value) noexcept
     {
         (row == 0 ? (column == 0 ? e00_ : e01_) : (column == 0 ? e10_ : e11_)) = value;
         setdt();
     }
+    /// e00 * e11 - e01 * e10.
     constexpr double determinant() const noexcept { return dt_; }
 
     /// The inverse. Throws qcMathError::Singular when there is none, or none that doubles hold:
     /// rows that are multiples of each other, elements that are not finite.
     QC_EXPORT qcMatrix inverse() const;
 
+    /// The matrix product: applies `m` first.
     constexpr qcMatrix operator*(qcMatrix const& m) const noexcept
     {
         return {e00_ * m.e00_ + e01_ * m.e10_, e00_ * m.e01_ + e01_ * m.e11_,
                 e10_ * m.e00_ + e11_ * m.e10_, e10_ * m.e01_ + e11_ * m.e11_};
     }
+    /// The image of a vector.
     constexpr qcVector<2> operator*(qcVector<2> const& v) const noexcept
     {
         return {e00_ * v.x() + e01_ * v.y(), e10_ * v.x() + e11_ * v.y()};
@@ -87,6 +91,7 @@ class qcXform<2> {
 public:
     /// The identity.
     constexpr qcXform() noexcept = default;
+    /// The map p -> matrix * p + trans.
     constexpr qcXform(qcMatrix<2> const& matrix, qcVector<2> const& trans) noexcept
         : matrix_(matrix), trans_(trans)
     {
@@ -95,7 +100,9 @@ public:
     /// The identity, there before any dynamic initialisation.
     QC_EXPORT static qcXform const I;
 
+    /// The linear part.
     constexpr qcMatrix<2> const& matrix() const noexcept { return matrix_; }
+    /// The translation, which follows the linear part.
     constexpr qcVector<2> const& trans() const noexcept { return trans_; }
 
     /// The image of a point.

@@ -56,6 +56,7 @@ public:
 
     /// Whether somebody wants to hear about changes of this object.
     bool tracking() const noexcept { return tracking_; }
+    /// Asks for change notifications, or ends them; this is no change itself.
     void tracking(bool on) noexcept { tracking_ = on; }
 
     /// Whether the block of `size` bytes at `address` has been streamed by the archive operation
@@ -116,6 +117,7 @@ private:
 /// class can be loaded by pointer for as long as its library is there.
 class QC_EXPORT qc_Instantiator {
 public:
+    /// Makes a new default object.
     using Factory = qcPersistent* (*)();
 
     /// `make` returns a new default object of the class `type`. Where two factories carry the same

@@ -10,6 +10,7 @@
 /// thread at a time.
 class qcRandomUniform {
 public:
+    /// The sequence of `seed` from its beginning.
     QC_EXPORT explicit qcRandomUniform(long seed);
 
     /// The next value, uniform from lo up to but never hi, in steps of (hi - lo) / 2^53. An

@@ -37,6 +37,7 @@ public:
     qcPoint origin() const noexcept { return origin_; }
     /// The corner with the largest coordinates: lower right where y points down.
     qcPoint lr() const noexcept { return lr_; }
+    /// Width and height.
     qcVector<2> size() const noexcept { return lr_ - origin_; }
 
     /// The smallest rectangle that contains both; its corners are corners of the two, exactly. A
@@ -84,6 +85,7 @@ class QC_EXPORT qcCircle : public virtual qcPersistent {
 public:
     /// Radius 0 at (0, 0).
     qcCircle() noexcept {}
+    /// The circle around `center`.
     qcCircle(qcVector<2> const& center, double radius) noexcept : center_(center), radius_(radius)
     {
     }
@@ -100,7 +102,9 @@ public:
     }
     ~qcCircle() override {}
 
+    /// The centre.
     qcVector<2> const& center() const noexcept { return center_; }
+    /// The radius as given.
     double radius() const noexcept { return radius_; }
 
     friend bool operator==(qcCircle const& a, qcCircle const& b) noexcept
@@ -123,6 +127,7 @@ public:
     /// What an ellipse is made of, kept as given.
     struct qcEllipseGeom {
         constexpr qcEllipseGeom() noexcept = default;
+        /// Every part as given; both flags are false unless said.
         constexpr qcEllipseGeom(qcVector<2> const& centerPoint, qcVector<2> const& radiusPair,
                                 qcRadian firstAxis, bool runsClockwise = false,
                                 bool startsOpposite = false) noexcept
@@ -131,6 +136,7 @@ public:
         {
         }
 
+        /// The centre.
         qcVector<2> center;
         /// Half axes: x along `rotation`, y at right angles to it.
         qcVector<2> radii;
@@ -150,15 +156,21 @@ public:
 
     /// Radii 0 at (0, 0).
     constexpr qcEllipse() noexcept = default;
+    /// The circle as an ellipse of equal radii.
     explicit qcEllipse(qcCircle const& circle) noexcept
         : geom_(circle.center(), {circle.radius(), circle.radius()}, qcRadian())
     {
     }
+    /// The ellipse of these parts.
     explicit constexpr qcEllipse(qcEllipseGeom const& geom) noexcept : geom_(geom) {}
 
+    /// All parts.
     constexpr qcEllipseGeom const& geom() const noexcept { return geom_; }
+    /// The centre.
     constexpr qcVector<2> const& center() const noexcept { return geom_.center; }
+    /// The two half axes.
     constexpr qcVector<2> const& radii() const noexcept { return geom_.radii; }
+    /// The direction of the first axis.
     constexpr qcRadian rotation() const noexcept { return geom_.rotation; }
 
     /// The border point at parameter `t` (not a direction, unless it is a circle): 0 is the end of
@@ -181,20 +193,25 @@ private:
 /// A list of vertices and the rule that says what of the plane they enclose.
 class qcPolygon {
 public:
+    /// Which points are inside a polygon that crosses itself.
     enum PolyFillMode {
         eEvenOdd = 0,  ///< inside: a ray out crosses the outline an odd number of times
         eWinding = 1   ///< inside: the outline runs around the point, on balance
     };
 
     qcPolygon() = default;
+    /// A polygon of these vertices.
     QC_EXPORT explicit qcPolygon(std::vector<qcVector<2>> const& vertices,
                                  PolyFillMode fillMode = eEvenOdd);
 
+    /// The number of vertices.
     int size() const noexcept { return static_cast<int>(vertices_.size()); }
     /// Vertex `index`, from 0 to size() - 1. Throws std::out_of_range for any other.
     QC_EXPORT qcVector<2> const& operator[](long index) const;
 
+    /// All vertices in order.
     std::vector<qcVector<2>> const& vertices() const noexcept { return vertices_; }
+    /// The filling rule as given; nothing here applies it.
     PolyFillMode fillMode() const noexcept { return fillMode_; }
 
 private:

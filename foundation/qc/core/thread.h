@@ -31,6 +31,7 @@ private:
 class QC_EXPORT qcThreadID {
 public:
     class Ended;
+    /// What runs at a thread's end: the thread's identity, and the data of the registration.
     using ExitCallback = void (*)(qcThreadID const&, void*);
 
     /// The identity of no thread.

@@ -11,9 +11,12 @@ template <class T>
 class qcPair {
 public:
     constexpr qcPair() noexcept : first_(), second_() {}
+    /// The two numbers as given.
     constexpr qcPair(T first, T second) noexcept : first_(first), second_(second) {}
 
+    /// The first number.
     constexpr T first() const noexcept { return first_; }
+    /// The second number.
     constexpr T second() const noexcept { return second_; }
 
     friend constexpr bool operator==(qcPair const& a, qcPair const& b) noexcept
@@ -39,6 +42,7 @@ template <>
 class qcVector<2> {
 public:
     constexpr qcVector() noexcept : x_(0.0), y_(0.0) {}
+    /// The vector of these coordinates.
     constexpr qcVector(double x, double y) noexcept : x_(x), y_(y) {}
     /// An integer position.
     explicit constexpr qcVector(qcPair<long> const& position) noexcept
@@ -51,40 +55,52 @@ public:
     {
     }
 
+    /// The first coordinate.
     constexpr double x() const noexcept { return x_; }
+    /// The second coordinate.
     constexpr double y() const noexcept { return y_; }
+    /// Sets the first coordinate.
     constexpr void x(double value) noexcept { x_ = value; }
+    /// Sets the second coordinate.
     constexpr void y(double value) noexcept { y_ = value; }
 
+    /// Adds coordinate by coordinate.
     constexpr qcVector& operator+=(qcVector const& v) noexcept
     {
         x_ += v.x_;
         y_ += v.y_;
         return *this;
     }
+    /// Subtracts coordinate by coordinate.
     constexpr qcVector& operator-=(qcVector const& v) noexcept
     {
         x_ -= v.x_;
         y_ -= v.y_;
         return *this;
     }
+    /// The sum.
     constexpr qcVector operator+(qcVector const& v) const noexcept
     {
         return {x_ + v.x_, y_ + v.y_};
     }
+    /// The difference.
     constexpr qcVector operator-(qcVector const& v) const noexcept
     {
         return {x_ - v.x_, y_ - v.y_};
     }
+    /// The opposite vector.
     constexpr qcVector operator-() const noexcept { return {-x_, -y_}; }
+    /// Both coordinates times `factor`.
     constexpr qcVector operator*(double factor) const noexcept
     {
         return {x_ * factor, y_ * factor};
     }
+    /// Both coordinates divided by `divisor`.
     constexpr qcVector operator/(double divisor) const noexcept
     {
         return {x_ / divisor, y_ / divisor};
     }
+    /// Both coordinates times `factor`.
     friend constexpr qcVector operator*(double factor, qcVector const& v) noexcept
     {
         return v * factor;
@@ -97,6 +113,7 @@ public:
 
     /// sqrt(x*x + y*y): over- and underflows where the squares do.
     double len() const noexcept { return std::sqrt(x_ * x_ + y_ * y_); }
+    /// The length of the difference.
     double distance(qcVector const& v) const noexcept { return (*this - v).len(); }
     /// The direction as atan2(y, x), in [-pi, pi]; 0 for the zero vector.
     qcRadian angle() const noexcept { return qcRadian(std::atan2(y_, x_)); }

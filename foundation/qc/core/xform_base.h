@@ -51,21 +51,28 @@ class QC_EXPORT qc2XformLinear : public qc2XformBase {
 public:
     /// The identity.
     qc2XformLinear() noexcept {}
+    /// The transform p -> matrix * p + trans.
     qc2XformLinear(qcMatrix<2> const& matrix, qcVector<2> const& trans) noexcept;
+    /// The same transform as an object.
     explicit qc2XformLinear(qcXform<2> const& xform) noexcept;
     qc2XformLinear(qc2XformLinear const& other) noexcept;
     qc2XformLinear& operator=(qc2XformLinear const& other) noexcept;
     ~qc2XformLinear() override;
 
-    // Memory comes from and goes back to the foundation, whichever allocator the caller's own
-    // module was built with.
+    /// Memory of the foundation, whichever allocator the caller's own module was built with.
     static void* operator new(std::size_t size);
+    /// The memory at `place`.
     static void* operator new(std::size_t size, void* place) noexcept;
+    /// Gives memory back to the foundation.
     static void operator delete(void* memory) noexcept;
+    /// Does nothing: the memory is the caller's.
     static void operator delete(void* memory, void* place) noexcept;
 
+    /// The transform as a value.
     qcXform<2> const& xform() const noexcept { return xform_; }
+    /// The linear part.
     qcMatrix<2> const& matrix() const noexcept { return xform_.matrix(); }
+    /// The translation.
     qcVector<2> const& trans() const noexcept { return xform_.trans(); }
 
     qcPtrHandle<qc2XformBase> clone() const override;
@@ -89,14 +96,17 @@ class QC_EXPORT qc2Rigid : public qc2XformBase {
 public:
     /// The identity.
     qc2Rigid() noexcept {}
+    /// The rotation by `angle`, then the translation by `trans`.
     qc2Rigid(qcDegree const& angle, qcVector<2> const& trans) noexcept;
     qc2Rigid(qc2Rigid const& other) noexcept;
     qc2Rigid& operator=(qc2Rigid const& other) noexcept;
     ~qc2Rigid() override;
 
-    /// The angle and the translation as given.
+    /// The angle as given.
     qcDegree angle() const noexcept { return angle_; }
+    /// The translation as given.
     qcVector<2> const& trans() const noexcept { return xform_.trans(); }
+    /// The transform as a value.
     qcXform<2> const& xform() const noexcept { return xform_; }
 
     qcPtrHandle<qc2XformBase> clone() const override;

@@ -13,13 +13,17 @@
 class qcColor {
 public:
     constexpr qcColor() noexcept = default;
+    /// The three parts, 0 to 255 each.
     constexpr qcColor(unsigned char r, unsigned char g, unsigned char b) noexcept
         : r_(r), g_(g), b_(b)
     {
     }
 
+    /// Red.
     constexpr unsigned char r() const noexcept { return r_; }
+    /// Green.
     constexpr unsigned char g() const noexcept { return g_; }
+    /// Blue.
     constexpr unsigned char b() const noexcept { return b_; }
 
     friend constexpr bool operator==(qcColor a, qcColor b) noexcept
@@ -50,10 +54,15 @@ public:
 /// Remembers what is drawn on it.
 class QC_EXPORT qcRecordingTablet : public qcUITablet {
 public:
+    /// One call of drawLineSeg().
     struct Segment {
+        /// Where the line begins.
         qcPair<double> from;
+        /// Where it ends.
         qcPair<double> to;
+        /// Its colour.
         qcColor color;
+        /// The layer that it was drawn on.
         Layers layer;
     };
 
@@ -76,6 +85,7 @@ private:
 /// with a coordinate that is not finite is left out: it has no place in a picture.
 class QC_EXPORT qcSvgTablet : public qcUITablet {
 public:
+    /// Which way the y axis of the drawing points in the picture.
     enum YAxis { eYUp, eYDown };
 
     /// What a shape looks like. Without an outline or filling it is invisible.
@@ -83,8 +93,11 @@ public:
         qcColor color;        ///< of the outline
         double width = 1.0;   ///< of the outline; 0 for none
         bool filled = false;  ///< even-odd, with fillColor
+        /// Inside, where `filled` is set.
         qcColor fillColor;
+        /// Of the filling: 0 lets everything through, 1 nothing.
         double fillOpacity = 1.0;
+        /// Where the shape goes.
         Layers layer = eOverlayLayer;
     };
 
@@ -100,6 +113,7 @@ public:
 
     /// A closed outline, or several as one figure: an outline and its holes.
     void polygon(std::vector<qcVector<2>> const& points, Style const& style);
+    /// Several outlines as one figure.
     void polygon(std::vector<std::vector<qcVector<2>>> const& outlines, Style const& style);
 
     /// A disc of `radius` pixels around a point.

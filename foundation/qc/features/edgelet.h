@@ -13,14 +13,18 @@ class qcArchive;
 class QC_EXPORT qcEdgelet {
 public:
     constexpr qcEdgelet() noexcept = default;
+    /// The edge point of these values.
     constexpr qcEdgelet(qcVector<2> const& position, unsigned short magnitude,
                         qcAngle8 const& angle) noexcept
         : position_(position), magnitude_(magnitude), angle_(angle)
     {
     }
 
+    /// Where it is, in the units of the image.
     constexpr qcVector<2> position() const noexcept { return position_; }
+    /// How strong the edge is.
     constexpr unsigned short magnitude() const noexcept { return magnitude_; }
+    /// The direction that the edge faces.
     constexpr qcAngle8 angle() const noexcept { return angle_; }
 
     /// Exact comparison of all three.
