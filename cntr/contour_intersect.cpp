@@ -36,6 +36,60 @@ private:
     bool closed_;
 };
 
+/// The edges of a contour in one place, for several queries there.
+class NearEdges {
+public:
+    NearEdges(std::vector<qcVector<2>> const& points, bool closed)
+        : points_(points), closed_(closed)
+    {
+    }
+
+    /// Takes the edges whose boxes overlap `place`, ascending.
+    void collect(EdgeIndex const& index, Box const& place)
+    {
+        edges_.clear();
+        index.forEachLeaf(
+            0, [&](Box const& box) { return overlap(box, place); },
+            [&](std::size_t leaf) {
+                for (std::size_t k = index.leafBegin(leaf); k < index.leafEnd(leaf); ++k)
+                    take(k, place);
+                return false;
+            });
+    }
+
+    bool empty() const { return edges_.empty(); }
+
+    /// Replaces `hits` by those of a query inside the place.
+    void look(HitQuery const& query, std::vector<EdgeHit>& hits) const
+    {
+        hits.clear();
+        for (auto const& edge : edges_)
+            if (overlap(edge.box, query.box()))
+                if (auto const point =
+                        query.meets(qnInternal::edgeStart(points_, closed_, edge.number),
+                                    qnInternal::edgeEnd(points_, closed_, edge.number)))
+                    hits.push_back({*point, static_cast<int>(edge.number)});
+    }
+
+private:
+    struct Edge {
+        Box box;
+        std::size_t number;
+    };
+
+    void take(std::size_t k, Box const& place)
+    {
+        Box box = qnInternal::boxOf(qnInternal::edgeStart(points_, closed_, k));
+        enclose(box, qnInternal::edgeEnd(points_, closed_, k));
+        if (overlap(box, place))
+            edges_.push_back({box, k});
+    }
+
+    std::vector<qcVector<2>> const& points_;
+    bool closed_;
+    std::vector<Edge> edges_;
+};
+
 }  // namespace
 
 EdgeIndex const* qcContour::edgeIndex() const
@@ -111,29 +165,18 @@ void qcContour::appendHits(qcContour const& other, EdgeIndex const& otherIndex,
 {
     EdgeIndex const& index = *edgeIndex();
     bool const otherClosed = other.isClosed();
-    Hits collected(points_, isClosed());
-    std::vector<std::size_t> leaves;  // of this contour, near the edges of one leaf of the other
-    for (std::size_t otherLeaf = 0; otherLeaf < otherIndex.leafCount(); ++otherLeaf) {
-        leaves.clear();
-        Box const& reach = otherIndex.leafBox(otherLeaf);
-        index.forEachLeaf(
-            0, [&](Box const& box) { return overlap(box, reach); },
-            [&](std::size_t leaf) {
-                leaves.push_back(leaf);
-                return false;
-            });
-        if (leaves.empty())
+    NearEdges near(points_, isClosed());
+    std::vector<EdgeHit> met;
+    for (std::size_t leaf = 0; leaf < otherIndex.leafCount(); ++leaf) {
+        near.collect(index, otherIndex.leafBox(leaf));
+        if (near.empty())
             continue;
-        for (std::size_t k = otherIndex.leafBegin(otherLeaf); k < otherIndex.leafEnd(otherLeaf);
-             ++k) {
+        for (std::size_t k = otherIndex.leafBegin(leaf); k < otherIndex.leafEnd(leaf); ++k) {
             HitQuery const query(qnInternal::edgeStart(other.points_, otherClosed, k),
                                  qnInternal::edgeEnd(other.points_, otherClosed, k), true);
-            collected.hits.clear();
-            for (std::size_t const leaf : leaves)
-                if (overlap(index.leafBox(leaf), query.box()))
-                    collected.look(query, index.leafBegin(leaf), index.leafEnd(leaf));
-            query.sortAlong(collected.hits);
-            for (auto const& hit : collected.hits)
+            near.look(query, met);
+            query.sortAlong(met);
+            for (auto const& hit : met)
                 found.push_back(hit.point);
         }
     }

@@ -5,22 +5,12 @@
 #include "cntr/internal/positions.h"
 #include "cntr/internal/tolerances.h"
 
-#include <qc/core/internal/plane.h>
-
 #include <cmath>
 #include <numeric>
 
 namespace {
 
 using Points = std::vector<qcVector<2>>;
-
-/// Where two medians of the triangle o, a, b meet.
-qcVector<2> triangleCentroid(qcVector<2> const& o, qcVector<2> const& a, qcVector<2> const& b)
-{
-    qcVector<2> const fromO = (a + b) * 0.5 - o;
-    qcVector<2> const fromA = (o + b) * 0.5 - a;
-    return qnInternal::intersectLines(o, fromO, a, fromA);
-}
 
 /// Twice the signed area of the polygon.
 double doubledArea(Points const& points)
@@ -51,17 +41,17 @@ qcVector<2> qnContour::centerOfMass(Points const& points)
         return {};
     double total = 0;
     qcVector<2> sum;
-    qnInternal::forEachEdge(points, true,
-                            [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {
-                                double const area = from.cross(to);
-                                if (!(std::fabs(area) > qnInternal::kFlatTriangle))
-                                    return;
-                                total += area;
-                                sum += triangleCentroid(qcVector<2>(), from, to) * area;
-                            });
+    qnInternal::forEachEdge(
+        points, true, [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {
+            double const area = from.cross(to);
+            if (!(std::fabs(area) > qnInternal::kFlatTriangle))
+                return;
+            total += area;
+            sum += (from + to) * area;  // three times the centroid of the triangle with the origin
+        });
     if (!(std::fabs(total) > qnInternal::kFlatPolygon))
         return {};
-    return sum * (1 / total);
+    return sum * (1 / (3 * total));
 }
 
 qcVector<2> qf_CenterOfMass(Points const& points)

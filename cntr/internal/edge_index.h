@@ -89,10 +89,30 @@ public:
         return descend(levels_.size() - 1, 0, first, touches, visit);
     }
 
+    /// Whether edges of a node run both ways in x or both ways in y. If not, they meet nowhere but
+    /// at shared ends; so if neither do those of this node and the next one together.
+    bool turns(std::size_t level, std::size_t node) const { return turnsBack(ways_[level][node]); }
+    bool turnsWithNext(std::size_t level, std::size_t node) const
+    {
+        return turnsBack(ways_[level][node] | ways_[level][node + 1]);
+    }
+
     std::size_t levelCount() const { return levels_.size(); }
     std::vector<Box> const& level(std::size_t number) const { return levels_[number]; }
 
 private:
+    /// The ways in which edges run, as bits.
+    enum Way : unsigned { kLeft = 1, kRight = 2, kDown = 4, kUp = 8 };
+
+    static bool turnsBack(unsigned ways)
+    {
+        return (ways & (kLeft | kRight)) == (kLeft | kRight) ||
+               (ways & (kDown | kUp)) == (kDown | kUp);
+    }
+
+    static unsigned waysOf(qcVector<2> const& along);
+    void addLevelsAbove();
+
     template <class Touches, class Visit>
     bool descend(std::size_t level, std::size_t node, std::size_t first, Touches const& touches,
                  Visit const& visit) const
@@ -115,7 +135,8 @@ private:
     bool closed_;
     double scale_ = 0;
     bool regular_ = true;
-    std::vector<std::vector<Box>> levels_;  // leaves first
+    std::vector<std::vector<Box>> levels_;          // leaves first
+    std::vector<std::vector<unsigned char>> ways_;  // as levels_
 };
 
 }  // namespace qnInternal

@@ -30,6 +30,14 @@ inline constexpr double kFlatPolygon = 1e-6;
 /// Square units. Triangles of a fan below this area are added last, when the total is settled.
 inline constexpr double kSmallFanTriangle = 1e-6;
 
+/// Square units. The moments of a polygon of at least this doubled area are plain sums over its
+/// edges: far above the areas below, which the fan of triangles treats as nothing.
+inline constexpr double kSmallestSummed = 1e-3;
+
+/// Part of the areas without signs that must remain for the moments to be plain sums. What cancels
+/// further, as a figure eight does, has a centre only by the rules for records.
+inline constexpr double kSummedShare = 1e-3;
+
 /// Square units. Records whose areas cancel to this have no common centre of mass.
 inline constexpr double kCancelledRecords = 1e-16;
 
