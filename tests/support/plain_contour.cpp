@@ -106,7 +106,9 @@ double medianFeatureSize(Points const& points, bool closed)
     std::vector<double> lengths;
     for (auto const& edge : edges(points, closed))
         lengths.push_back(edge.p1().distance(edge.p2()));
-    std::sort(lengths.rbegin(), lengths.rend());
+    // Largest first; NaN, which is in no order with numbers, after all of them.
+    std::sort(lengths.begin(), lengths.end(),
+              [](double a, double b) { return a > b || (a == a && b != b); });
     return lengths[lengths.size() / 2];
 }
 
@@ -145,6 +147,8 @@ qcVector<2> closestPoint(Points const& points, bool closed, qcVector<2> const& p
 
 std::vector<int> vertexIndex(Points const& points, qcVector<2> const& place, double tolerance)
 {
+    if (!(tolerance > 0))
+        return {};
     std::map<std::pair<long, long>, std::vector<int>> grid;
     for (std::size_t k = 0; k < points.size(); ++k)
         grid[{cell(points[k].x(), tolerance), cell(points[k].y(), tolerance)}].push_back(
@@ -311,7 +315,8 @@ qc_InertiaData inertiaDataPolygon(Points const& points)
         return qc_InertiaData();
     std::vector<qc_InertiaData> triangles;
     double sum = 0;
-    qcVector<2> const g = qnPlain::centerOfMass(points);
+    // The apex is the library's, whose last bits differ from the medians' crossing.
+    qcVector<2> const g = qnContour::centerOfMass(points);
     for (auto const& edge : edges(points, true)) {
         triangles.push_back(inertiaDataTriangle(g, edge.p1(), edge.p2()));
         sum += triangles.back().area();
