@@ -88,9 +88,10 @@ private:
         if (level == 0)
             return betweenLeaves(a, b);
         for (std::size_t i = a * EdgeIndex::kFan; i < childEnd(level, a); ++i)
-            for (std::size_t j = b * EdgeIndex::kFan; j < childEnd(level, b); ++j)
-                if (between(level - 1, i, j))
-                    return true;
+            if (overlap(index_.level(level - 1)[i], index_.level(level)[b]))
+                for (std::size_t j = b * EdgeIndex::kFan; j < childEnd(level, b); ++j)
+                    if (between(level - 1, i, j))
+                        return true;
         return false;
     }
 

@@ -20,19 +20,20 @@ public:
     /// ascending inside a cell.
     std::vector<int> near(std::vector<qcVector<2>> const& points, qcVector<2> const& point) const;
 
-private:
     struct Cell {
         std::int32_t column;
         std::int32_t row;
     };
 
+    Cell cellOf(qcVector<2> const& point) const;
+
+private:
     struct Entry {
         Cell cell;
         int vertex;
     };
 
     static bool less(Entry const& a, Entry const& b);
-    Cell cellOf(qcVector<2> const& point) const;
 
     double tolerance_;
     std::vector<Entry> entries_;  // by column, row, vertex

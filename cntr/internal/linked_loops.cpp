@@ -1,0 +1,193 @@
+// Cutting and joining of loops as linked vertices.
+#include "cntr/internal/linked_loops.h"
+
+#include "cntr/internal/tolerances.h"
+
+#include <cntr/contour_defs.h>
+
+#include <algorithm>
+#include <set>
+
+namespace qnInternal {
+
+LinkedLoops::LinkedLoops(std::vector<qcVector<2>> const& walk)
+    : walk_(walk), grid_(walk, kOnSegment), twins_(walk.size()), next_(walk.size()),
+      previous_(walk.size()), loopOf_(walk.size(), 0), loops_{{0, walk.size()}}, order_{0}
+{
+    for (std::size_t i = 0; i < walk.size(); ++i) {
+        auto near = grid_.near(walk, walk[i]);
+        near.erase(std::remove(near.begin(), near.end(), static_cast<int>(i)), near.end());
+        twins_[i] = std::move(near);
+        link(i, (i + 1) % walk.size());
+    }
+}
+
+void LinkedLoops::link(std::size_t from, std::size_t to)
+{
+    next_[from] = to;
+    previous_[to] = from;
+}
+
+std::size_t LinkedLoops::numberIn(Loop const& loop, std::size_t vertex) const
+{
+    // Loops keep the cyclic order of the walk, so the way round from their start counts them up.
+    return (vertex + walk_.size() - loop.start) % walk_.size();
+}
+
+std::optional<std::size_t> LinkedLoops::firstTwin(std::size_t vertex, std::size_t loop) const
+{
+    std::optional<std::size_t> first;
+    VertexGrid::Cell cell{};
+    for (int const candidate : twins_[vertex]) {
+        auto const twin = static_cast<std::size_t>(candidate);
+        if (loopOf_[twin] != loop)
+            continue;
+        auto const twinCell = grid_.cellOf(walk_[twin]);
+        if (!first) {
+            first = twin;
+            cell = twinCell;
+            continue;
+        }
+        // Cell by cell; in one cell the loop's own numbers decide, not the walk's.
+        if (twinCell.column != cell.column || twinCell.row != cell.row)
+            break;
+        if (numberIn(loops_[loop], twin) < numberIn(loops_[loop], *first))
+            first = twin;
+    }
+    return first;
+}
+
+std::optional<LinkedLoops::Pair> LinkedLoops::doubleVertex(Loop const& loop) const
+{
+    std::size_t vertex = loop.start;
+    do {
+        if (!twins_[vertex].empty())
+            if (auto const twin = firstTwin(vertex, loopOf_[vertex]))
+                return Pair{vertex, *twin};
+        vertex = next_[vertex];
+    } while (vertex != loop.start);
+    return std::nullopt;
+}
+
+void LinkedLoops::cutAtDoubleVertices()
+{
+    // Loops before `place` have been found simple, and a cut changes none of them.
+    for (std::size_t place = 0; place < order_.size(); ++place) {
+        while (true) {
+            Loop const& loop = loops_[order_[place]];
+            if (loop.size < 2)
+                throw qcContourDefs::EmptyContour();
+            auto const found = doubleVertex(loop);
+            if (!found)
+                break;
+            cut(place, *found);
+        }
+    }
+}
+
+void LinkedLoops::cut(std::size_t place, Pair const& at)
+{
+    std::size_t const number = order_[place];
+    std::size_t const whole = loops_[number].size;
+    // Counted from both ends at once, so that the shorter part decides the cost.
+    std::size_t kept = 1;
+    std::size_t keptEnd = next_[at.vertex];
+    std::size_t cutEnd = next_[at.twin];
+    while (keptEnd != at.twin && cutEnd != at.vertex) {
+        keptEnd = next_[keptEnd];
+        cutEnd = next_[cutEnd];
+        ++kept;
+    }
+    bool const keptIsShorter = keptEnd == at.twin;
+    if (!keptIsShorter)
+        kept = whole - kept;
+
+    std::size_t const beforeTwin = previous_[at.twin];
+    std::size_t const beforeVertex = previous_[at.vertex];
+    link(beforeTwin, at.vertex);
+    link(beforeVertex, at.twin);
+    std::size_t const added = loops_.size();
+    Loop const keptLoop{at.vertex, kept};
+    Loop const cutLoop{at.twin, whole - kept};
+    loops_.push_back(keptIsShorter ? keptLoop : cutLoop);
+    loops_[number] = keptIsShorter ? cutLoop : keptLoop;
+    relabel(loops_[added].start, loops_[added].size, added);
+    order_[place] = keptIsShorter ? added : number;
+    order_.push_back(keptIsShorter ? number : added);
+}
+
+void LinkedLoops::relabel(std::size_t first, std::size_t count, std::size_t loop)
+{
+    for (std::size_t i = 0; i < count; ++i, first = next_[first])
+        loopOf_[first] = loop;
+}
+
+std::vector<qcVector<2>> LinkedLoops::points(std::size_t place) const
+{
+    Loop const& loop = loops_[order_[place]];
+    std::vector<qcVector<2>> points;
+    points.reserve(loop.size);
+    std::size_t vertex = loop.start;
+    for (std::size_t i = 0; i < loop.size; ++i, vertex = next_[vertex])
+        points.push_back(walk_[vertex]);
+    return points;
+}
+
+void LinkedLoops::remove(std::size_t place)
+{
+    relabel(loops_[order_[place]].start, loops_[order_[place]].size, loops_.size());
+    order_[place] = order_.back();
+    order_.pop_back();
+}
+
+LinkedLoops::Pair LinkedLoops::firstShared(std::size_t loop) const
+{
+    std::size_t vertex = loops_[order_.front()].start;
+    while (true) {
+        if (auto const twin = firstTwin(vertex, loop))
+            return {vertex, *twin};
+        vertex = next_[vertex];
+    }
+}
+
+void LinkedLoops::joinToFirst()
+{
+    std::vector<std::size_t> placeOf(loops_.size() + 1, 0);  // 0 also for those removed or joined
+    for (std::size_t place = 0; place < order_.size(); ++place)
+        placeOf[order_[place]] = place;
+    std::set<std::size_t> touching;  // places of loops that share a vertex with the first
+    auto const touch = [&](std::size_t first, std::size_t count) {
+        for (std::size_t i = 0; i < count; ++i, first = next_[first])
+            for (int const twin : twins_[first])
+                if (auto const at = placeOf[loopOf_[static_cast<std::size_t>(twin)]])
+                    touching.insert(at);
+    };
+    touch(loops_[order_.front()].start, loops_[order_.front()].size);
+    while (!touching.empty()) {
+        std::size_t const place = *touching.begin();
+        std::size_t const joined = order_[place];
+        Pair const at = firstShared(joined);
+        Loop& first = loops_[order_.front()];
+        std::size_t const count = loops_[joined].size;
+        std::size_t const beforeVertex = previous_[at.vertex];
+        std::size_t const beforeTwin = previous_[at.twin];
+        placeOf[joined] = 0;
+        touching.erase(place);
+        touch(at.twin, count);
+        link(beforeVertex, at.twin);
+        link(beforeTwin, at.vertex);
+        relabel(at.twin, count, order_.front());
+        first = {at.vertex, first.size + count};
+        // The last loop takes the free place.
+        std::size_t const last = order_.size() - 1;
+        if (place != last) {
+            placeOf[order_[last]] = place;
+            order_[place] = order_[last];
+            if (touching.erase(last) > 0)
+                touching.insert(place);
+        }
+        order_.pop_back();
+    }
+}
+
+}  // namespace qnInternal
