@@ -68,9 +68,9 @@ void operator delete(void* memory, std::size_t) noexcept
 
 namespace qnTest {
 
-Allocations::Allocations(long failing)
+Allocations::Allocations()
 {
-    counts = Counts{true, 0, failing, 0, 0, 0};
+    counts = Counts{true, 0, -1, 0, 0, 0};
 }
 
 Allocations::~Allocations()
@@ -78,9 +78,17 @@ Allocations::~Allocations()
     counts.on = false;
 }
 
-long Allocations::count() const
+void Allocations::fail(long call)
 {
-    return counts.calls;
+    counts.calls = 0;
+    counts.failing = call;
+}
+
+bool Allocations::endFailing()
+{
+    bool const came = counts.failing >= 0 && counts.calls > counts.failing;
+    counts.failing = -1;
+    return came;
 }
 
 long Allocations::liveBlocks() const
@@ -91,11 +99,6 @@ long Allocations::liveBlocks() const
 long long Allocations::peakBytes() const
 {
     return counts.peak;
-}
-
-bool Allocations::failed() const
-{
-    return counts.failing >= 0 && counts.calls > counts.failing;
 }
 
 }  // namespace qnTest

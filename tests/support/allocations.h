@@ -7,17 +7,20 @@ namespace qnTest {
 /// Counting begins with the object and ends with it; one at a time on a thread.
 class Allocations {
 public:
-    /// The allocation numbered `failing`, from 0, throws std::bad_alloc; -1 for none.
-    explicit Allocations(long failing = -1);
+    Allocations();
     ~Allocations();
 
     Allocations(Allocations const&) = delete;
     Allocations& operator=(Allocations const&) = delete;
 
-    long count() const;           ///< calls so far
+    /// Of the calls from now on, the one numbered `call`, from 0, throws std::bad_alloc.
+    void fail(long call);
+
+    /// None any more; says whether the failing call has come.
+    bool endFailing();
+
     long liveBlocks() const;      ///< blocks taken and not given back on this thread
     long long peakBytes() const;  ///< the most that was taken at one time
-    bool failed() const;          ///< whether the failing call has come
 };
 
 }  // namespace qnTest
