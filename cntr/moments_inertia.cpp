@@ -193,14 +193,16 @@ qc_InertiaData qc_InertiaData::operator+(qc_InertiaData const& other) const
     } else if (product < 0) {
         (area_ > other.area_ ? otherSign : sign) = -1;
     }
-    auto const element = [&](int row, int column, double arm, double otherArm) {
+    auto const element = [&](int row, int column, double moved, double otherMoved) {
         return sign * inertiaMatrix_.element(row, column) +
-               otherSign * other.inertiaMatrix_.element(row, column) + weight * arm +
-               otherWeight * otherArm;
+               otherSign * other.inertiaMatrix_.element(row, column) + moved + otherMoved;
     };
-    double const m00 = element(0, 0, shift.x() * shift.x(), otherShift.x() * otherShift.x());
-    double const m01 = element(0, 1, shift.x() * shift.y(), otherShift.x() * otherShift.y());
-    double const m11 = element(1, 1, shift.y() * shift.y(), otherShift.y() * otherShift.y());
+    double const m00 = element(0, 0, weight * (shift.x() * shift.x()),
+                               otherWeight * (otherShift.x() * otherShift.x()));
+    double const m01 = element(0, 1, weight * shift.x() * shift.y(),
+                               otherWeight * otherShift.x() * otherShift.y());
+    double const m11 = element(1, 1, weight * (shift.y() * shift.y()),
+                               otherWeight * (otherShift.y() * otherShift.y()));
     return qc_InertiaData(total, center, qcMatrix<2>(m00, m01, m01, m11));
 }
 

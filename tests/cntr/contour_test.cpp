@@ -1,6 +1,5 @@
 // The contour as a value: construction, comparison, properties, caches and who hears of changes.
 #include "cntr/internal/bounded_cache.h"
-#include "tests/support/allocations.h"
 #include "tests/support/contour_answers.h"
 
 #include <cntr/region.h>
@@ -245,29 +244,6 @@ TEST(Contour, ChangesGoThroughTheVirtualHooks)
     derived.cachedVectorSize(2);
     static_cast<qcContour&>(derived) = qcContour(kSquare);
     EXPECT_EQ(derived.log, "cdcc");
-}
-
-TEST(Contour, AnAssignmentThatRunsOutOfMemoryChangesNothing)
-{
-    OpenContour const source(kBow);
-    ask(source, questions());
-    auto const before = fresh(kSquare, false);
-    bool failed = true;
-    long tries = 0;
-    for (; failed && tries < 1000; ++tries) {
-        OpenContour contour(kSquare, false, 6);
-        ask(contour, questions());
-        try {
-            qnTest::Allocations const allocations(tries);
-            contour = source;
-            failed = allocations.failed();
-        } catch (std::bad_alloc const&) {
-            EXPECT_EQ(contour.label(), 6u);
-            EXPECT_EQ(difference(ask(contour, questions()), before), "");
-        }
-    }
-    EXPECT_GT(tries, 5) << "points and three caches are copied";
-    EXPECT_FALSE(failed);
 }
 
 }  // namespace

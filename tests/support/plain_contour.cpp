@@ -315,8 +315,7 @@ qc_InertiaData inertiaDataPolygon(Points const& points)
         return qc_InertiaData();
     std::vector<qc_InertiaData> triangles;
     double sum = 0;
-    // The apex is the library's, whose last bits differ from the medians' crossing.
-    qcVector<2> const g = qnContour::centerOfMass(points);
+    qcVector<2> const g = qnPlain::centerOfMass(points);
     for (auto const& edge : edges(points, true)) {
         triangles.push_back(inertiaDataTriangle(g, edge.p1(), edge.p2()));
         sum += triangles.back().area();

@@ -1,0 +1,110 @@
+// Ellipses for points and for moments: what comes out when the fit serves, and when it does not.
+#include "tests/support/outlines.h"
+
+#include <cntr/contour.h>
+#include <cntr/ellipse_fit.h>
+
+#include <qc/core/circle_fit.h>
+#include <qc/core/ellipse_fit.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace {
+
+using Points = std::vector<qcVector<2>>;
+constexpr double kPi = 3.14159265358979323846;
+
+TEST(FitEllipse, FallsBackToACircleAndThenToNothing)
+{
+    Points onEllipse;
+    qcEllipse const given(qcEllipse::qcEllipseGeom({5, -2}, {3, 1}, qcRadian(0.4)));
+    for (int i = 0; i < 12; ++i)
+        onEllipse.push_back(given.pointAt(qcRadian(0.5 * i)));
+    Points const three{{0, 0}, {2, 0}, {0, 2}};
+    Points const line{{0, 0}, {1, 0}, {2, 0}, {3, 0}, {4, 0}, {5, 0}};
+    enum Outcome { eEllipse, eCircle, eNothing };
+    struct { char const* name; Points points; Outcome outcome; } const cases[] = {
+        {"on an ellipse", onEllipse, eEllipse}, {"three points", three, eCircle},
+        {"on a line", line, eNothing}, {"two points", {{0, 0}, {1, 1}}, eNothing},
+        {"all the same", Points(9, {1, 1}), eNothing}, {"none", {}, eNothing},
+        {"NaN", {{0, 0}, {1, 0}, {NAN, 3}, {0, 1}, {2, 2}, {3, 1}}, eNothing},
+    };
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.name);
+        qcEllipse ellipse(qcEllipse::qcEllipseGeom({9, 9}, {9, 9}, qcRadian(9))), again;
+        double residual = 9, residualAgain = 9;
+        qf_FitEllipse(c.points, ellipse, residual);
+        if (c.outcome == eEllipse) {
+            qcEllipseFitResults results;
+            qfEllipseFit({qcEllipseFitDefs::fit_mode(0), qcRadian(0.0), 0, HUGE_VAL}, c.points,
+                         results);
+            EXPECT_TRUE(ellipse == results.ellipse && residual == results.residual);
+            EXPECT_LT(ellipse.center().distance(given.center()), 1e-9);
+            EXPECT_LT(ellipse.radii().distance(given.radii()), 1e-9);
+        } else if (c.outcome == eCircle) {
+            EXPECT_LT(ellipse.center().distance({1, 1}), 1e-12);
+            EXPECT_NEAR(ellipse.radii().x(), std::sqrt(2), 1e-12);
+            EXPECT_EQ(ellipse.radii().x(), ellipse.radii().y());
+            EXPECT_NEAR(residual, 0, 1e-12);
+        } else {
+            EXPECT_EQ(ellipse, qcEllipse());
+            EXPECT_EQ(residual, -1.0);
+        }
+        std::vector<qcEdgelet> edgelets;
+        for (auto const& p : c.points)
+            edgelets.emplace_back(p, static_cast<unsigned short>(1), qcAngle8(9));
+        qf_FitEllipse(edgelets, again, residualAgain);
+        EXPECT_TRUE(again == ellipse && residualAgain == residual);
+        if (c.points.size() < 2)
+            continue;
+        for (bool const closed : {false, true}) {
+            qcContour const contour(c.points, closed);
+            for (int times = 0; times < 2; ++times) {
+                contour.fitEllipse(again, residualAgain);
+                EXPECT_TRUE(again == ellipse && residualAgain == residual);
+                residualAgain = 3;
+            }
+        }
+    }
+}
+
+TEST(EllipseFromInertia, HasTheMomentsOfTheRecord)
+{
+    double const large = kPi * 27 / 4, small = kPi * 3 / 4;
+    double const even = std::pow(16 / (3 * kPi), 0.25), c = std::cos(0.7), s = std::sin(0.7);
+    struct { char const* name; qcMatrix<2> moments; double a, b, angle; } const cases[] = {
+        {"square", {4 / 3.0, 0, 0, 4 / 3.0}, even, even, 0},
+        {"along x", {large, 0, 0, small}, 3, 1, 0},
+        {"along y", {small, 0, 0, large}, 3, 1, kPi / 2},
+        {"aslant", {c * c * large + s * s * small, c * s * (large - small), c * s * (large - small),
+                    s * s * large + c * c * small}, 3, 1, 0.7},
+        {"aslant the other way", {c * c * large + s * s * small, -c * s * (large - small),
+                                  -c * s * (large - small), s * s * large + c * c * small}, 3, 1, -0.7},
+        {"just thick enough", {1, 0, 0, 1.1e-12}, std::pow(16 / (kPi * kPi * 1.1e-12), 0.125),
+         std::pow(16 * std::pow(1.1e-12, 3) / (kPi * kPi), 0.125), 0},
+    };
+    for (auto const& k : cases)
+        for (double const area : {1.0, -5.0}) {
+            SCOPED_TRACE(k.name);
+            qcEllipse const ellipse =
+                qf_EllipseFromInertiaData(qc_InertiaData(area, {4, -6}, k.moments));
+            EXPECT_EQ(ellipse.center(), qcVector<2>(4, -6));
+            EXPECT_NEAR(ellipse.radii().x(), k.a, 1e-12 * k.a);
+            EXPECT_NEAR(ellipse.radii().y(), k.b, 1e-12 * k.b);
+            EXPECT_NEAR(ellipse.rotation().toDouble(), k.angle, 1e-14);
+            EXPECT_FALSE(ellipse.geom().clockwise || ellipse.geom().opposite);
+        }
+}
+
+TEST(EllipseFromInertia, RefusesFlatMoments)
+{
+    qcMatrix<2> const flat[] = {{0, 0, 0, 0}, {1, 0, 0, 1e-12}, {0, 0, 0, 5}, {1, 1, 1, 1},
+                                {NAN, 0, 0, 1}};
+    for (auto const& m : flat)
+        EXPECT_THROW(qf_EllipseFromInertiaData(qc_InertiaData(1, {0, 0}, m)), qcMathError::Singular)
+            << m.element(0, 0) << ' ' << m.element(1, 1);
+}
+
+}  // namespace
