@@ -1,0 +1,157 @@
+// cntr locate: where points lie with regard to every outline, or to all closed ones as one figure.
+#include "commands.h"
+#include "options.h"
+
+#include "read_outlines.h"
+
+#include <sstream>
+
+namespace qnTool {
+
+namespace {
+
+using Points = std::vector<qcVector<2>>;
+
+struct Options {
+    InputOptions input;
+    ReportOptions report;
+    PictureOptions picture;
+    std::vector<std::string> points;
+    std::string pointsFile;
+    bool set = false;
+};
+
+/// All points of a text of columns. Faults are reported with the status.
+Points readPoints(Session& session, std::istream& in, std::string const& name, ExitStatus status)
+{
+    ReadOptions reading;
+    reading.format = OutlineFormat::eCsv;
+    auto const result = readOutlines(in, name, reading);
+    Points points;
+    for (auto const& error : result.errors)
+        session.fail(status, error.text());
+    for (auto const& outline : result.outlines) {
+        points.insert(points.end(), outline.points.begin(), outline.points.end());
+        if (outline.closed)  // the reader dropped a repeat
+            points.push_back(outline.points.front());
+    }
+    return points;
+}
+
+Points pointsAsked(Session& session, Options const& options)
+{
+    Points points;
+    for (auto const& text : options.points) {
+        std::istringstream in(text);
+        auto const one = readPoints(session, in, "--point", eUsage);
+        points.insert(points.end(), one.begin(), one.end());
+    }
+    if (!options.pointsFile.empty()) {
+        auto const bytes = readBytes(options.pointsFile);
+        std::istringstream in(std::string(bytes.begin(), bytes.end()));
+        auto const more = readPoints(session, in, options.pointsFile, eBadInput);
+        points.insert(points.end(), more.begin(), more.end());
+    }
+    return points;
+}
+
+Row regionRow(qcRegion& region, qcVector<2> const& point, Row row)
+{
+    long hole = -1;
+    long const vertex = region.closestVertexIndex(point, true, hole);
+    row["inside"] = region.inside(point, false);
+    row["insideWithHoles"] = region.inside(point, true);
+    row["distance"] = region.distToPoint(point, false, true, false);
+    row["closest"] = pair(region.closestPoint(point, false, true));
+    row["ring"] = hole + 2;
+    row["vertex"] = vertex;
+    row["vertexAt"] = pair(region.closestPoint(point, true, true));
+    return row;
+}
+
+Row lineRow(qcContour const& contour, qcVector<2> const& point, Row row)
+{
+    row["inside"] = row["insideWithHoles"] = Row();
+    row["distance"] = contour.distToPoint(point, false);
+    row["closest"] = pair(contour.closestPoint(point, false));
+    row["ring"] = 1;
+    row["vertex"] = contour.closestVertexIndex(point);
+    row["vertexAt"] = pair(contour.closestPoint(point, true));
+    return row;
+}
+
+void locateIn(Shape const& shape, Points const& points, std::vector<Row>& rows, Picture& picture)
+{
+    std::unique_ptr<qcRegion> const region(shape.region.isNull() ? nullptr
+                                                                 : new qcRegion(*shape.region));
+    for (auto const& point : points) {
+        Row row;
+        row["name"] = shape.title();
+        row["point"] = pair(point);
+        row = region ? regionRow(*region, point, row) : lineRow(*shape.contour, point, row);
+        bool const inside = row["insideWithHoles"].is_boolean() && row["insideWithHoles"];
+        auto const& closest = row["closest"];
+        picture.query(point, {closest[0].get<double>(), closest[1].get<double>()}, inside);
+        rows.push_back(std::move(row));
+    }
+}
+
+void locateInSet(qcRegionSet const& set, Points const& points, std::vector<Row>& rows)
+{
+    for (auto const& point : points) {
+        Row row;
+        row["point"] = pair(point);
+        row["inside"] = set.inside(point, false);
+        row["insideWithHoles"] = set.inside(point, true);
+        row["distance"] = set.distToPoint(point, false, true, false);
+        rows.push_back(std::move(row));
+    }
+}
+
+void locate(Session& session, Options const& options)
+{
+    auto const points = pointsAsked(session, options);
+    auto shapes = loadShapes(session, options.input);
+    if (options.set)
+        shapes = closedOnly(session, std::move(shapes), "a set");
+    std::vector<Row> rows;
+    Picture picture(options.picture, "Points and what is closest to them");
+    for (auto const& shape : shapes)
+        picture.shape(shape);
+    if (options.set && !shapes.empty()) {
+        session.attempt("the set", [&] { locateInSet(setOf(shapes), points, rows); });
+        for (auto const& row : rows) {
+            auto const& p = row["point"];
+            qcVector<2> const point(p[0].get<double>(), p[1].get<double>());
+            picture.query(point, point, row["insideWithHoles"]);
+        }
+    } else {
+        for (auto const& shape : shapes)
+            session.attempt(shape.place(), [&] { locateIn(shape, points, rows, picture); });
+    }
+    writeWhole("-", reportText("points", rows, options.report));
+    picture.save();
+}
+
+}  // namespace
+
+void addLocate(CLI::App& app, Session& session)
+{
+    auto const options = std::make_shared<Options>();
+    auto& command = *app.add_subcommand("locate", "Say where points lie");
+    addInput(command, options->input, eOneFile);
+    auto* const some = command.add_option("--point", options->points, "Points to locate");
+    some->type_name("X,Y...");
+    auto* const file = command.add_option("--points", options->pointsFile, "Points from a table");
+    file->type_name("CSV");
+    command.add_flag("--set", options->set, "Take all closed outlines as one figure");
+    addReport(command, options->report);
+    addPicture(command, options->picture);
+    whenChosen(command, session, [options, &session] {
+        if (options->points.empty() && options->pointsFile.empty())
+            throw CommandError(eUsage, "locate: which points? Say --point X,Y or --points CSV");
+        locate(session, *options);
+    });
+}
+
+}  // namespace qnTool

@@ -1,0 +1,64 @@
+// Options that several subcommands share.
+#include "options.h"
+
+#include <map>
+
+namespace qnTool {
+
+namespace {
+
+void addFormat(CLI::App& command, std::string const& name, InputOptions::Format& format,
+               std::string const& text)
+{
+    static std::map<std::string, InputOptions::Format> const formats{
+        {"wkt", InputOptions::eWkt},
+        {"csv", InputOptions::eCsv},
+        {"archive", InputOptions::eArchive}};
+    command.add_option(name, format, text)
+        ->transform(CLI::CheckedTransformer(formats, CLI::ignore_case).description(""))
+        ->type_name("wkt|csv|archive");
+}
+
+void addPrecision(CLI::App& command, std::optional<int>& precision)
+{
+    command
+        .add_option("--precision", precision, "Digits after the point (else as many as it takes)")
+        ->check(CLI::Range(0, 100).description(""))
+        ->type_name("N");
+}
+
+}  // namespace
+
+void addInput(CLI::App& command, InputOptions& options, HowMany howMany)
+{
+    char const* const text = "Outlines: WKT, CSV or an archive; - reads the input";
+    auto const only = [&options](std::string const& file) { options.files = {file}; };
+    auto* const option = howMany == eOneFile
+                             ? command.add_option_function<std::string>("FILE", only, text)
+                             : command.add_option("FILE", options.files, text);
+    option->required()->type_name("");
+    addFormat(command, "--format", options.format, "Format of the input (else by its content)");
+    command.add_flag("--closed", options.closed, "Take every outline of a text as closed");
+}
+
+void addReport(CLI::App& command, ReportOptions& options)
+{
+    command.add_flag("--json", options.json, "Print JSON");
+    addPrecision(command, options.precision);
+}
+
+void addOutput(CLI::App& command, OutputOptions& options)
+{
+    command.add_option("-o,--output", options.file, "Where the outlines go (standard output)")
+        ->type_name("OUT");
+    addFormat(command, "--to", options.format, "Format of the output (else by the name of OUT)");
+    addPrecision(command, options.precision);
+}
+
+void addPicture(CLI::App& command, PictureOptions& options)
+{
+    command.add_option("--svg", options.file, "Draw what was found")->type_name("OUT.svg");
+    command.add_flag("--y-down", options.yDown, "In the picture y points down");
+}
+
+}  // namespace qnTool
