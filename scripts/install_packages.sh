@@ -5,11 +5,12 @@ set -euo pipefail
 packages=()
 for group; do
     case $group in
-        build) packages+=(g++ cmake ninja-build libgtest-dev libcli11-dev nlohmann-json3-dev) ;;
+        build) packages+=(g++ cmake ninja-build libgtest-dev libcli11-dev nlohmann-json3-dev
+            python3) ;;  # python3: the code shown in the guides is a test
         check) packages+=(clang clang-tidy clang-format libclang-rt-dev libbenchmark-dev
             python3 pkgconf binutils util-linux) ;;
         bench) packages+=(libbenchmark-dev) ;;
-        docs) packages+=(doxygen) ;;
+        docs) packages+=(doxygen python3) ;;
         *) echo "install_packages.sh: there is no group '$group'" >&2; exit 2 ;;
     esac
 done

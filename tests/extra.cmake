@@ -18,3 +18,22 @@ if(TARGET cntr)
     target_include_directories(write_golden PRIVATE ${PROJECT_SOURCE_DIR})
     target_link_libraries(write_golden PRIVATE cntr)
 endif()
+
+# The code that the guides show, compiled and run as one program.
+if(TARGET cntr)
+    find_package(Python3 REQUIRED COMPONENTS Interpreter)
+    file(GLOB guides RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS README.md docs/*.md)
+    set(guide_code ${PROJECT_BINARY_DIR}/guide_code.cpp)
+    add_custom_command(OUTPUT ${guide_code}
+        COMMAND Python3::Interpreter scripts/extract_snippets.py ${guide_code} ${guides}
+        WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
+        DEPENDS scripts/extract_snippets.py ${guides}
+        VERBATIM)
+    add_executable(guide_code ${guide_code})
+    cntr_compile(guide_code)
+    target_compile_options(guide_code PRIVATE -Wno-unused-variable
+        -Wno-unused-but-set-variable -Wno-unused-value)
+    target_link_libraries(guide_code PRIVATE cntr::cntr)
+    add_test(NAME docs.guide_code COMMAND guide_code
+        WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})
+endif()
