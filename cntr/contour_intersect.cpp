@@ -198,6 +198,10 @@ bool qcContour::anyEdgeMeetsAnother() const
     bool const closed = isClosed();
     if (EdgeIndex const* const index = edgeIndex())
         return qnInternal::anyEdgeMeetsAnother(*index, points_, closed);
+    if (qnInternal::edgeCount(points_.size(), closed) <= qnInternal::kMaxPlainEdges &&
+        bounds().finite &&
+        qnInternal::largestCoordinate({bounds().min, bounds().max}) <= qnInternal::kLargestRegular)
+        return qnInternal::anyOfFewEdgesMeets(points_, closed);
     bool found = false;
     qnInternal::forEachEdge(points_, closed,
                             [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {

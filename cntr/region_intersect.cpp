@@ -1,6 +1,8 @@
 // Where segments and contours meet a region: its outline first, then its holes in order.
 #include <cntr/region.h>
 
+#include "cntr/internal/box.h"
+
 namespace {
 
 /// The points that `meetings` gives for the outline, then those for each hole's outline.
@@ -43,4 +45,15 @@ std::vector<qcVector<2>> qcRegion::crossings(qcContour const& other, bool consid
 {
     return outlineThenHoles(*this, considerHoles,
                             [&](qcContour const& contour) { return contour.intersections(other); });
+}
+
+bool qcRegion::outlineMeets(qcRegion const& other) const
+{
+    // Boxes that are apart, where every coordinate can be compared, leave nothing to ask.
+    if (points().size() >= 2 && !other.points().empty() && bounds().finite &&
+        other.bounds().finite &&
+        !qnInternal::overlap({bounds().min, bounds().max},
+                             {other.bounds().min, other.bounds().max}))
+        return false;
+    return !crossings(other, false).empty();
 }

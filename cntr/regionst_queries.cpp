@@ -93,7 +93,7 @@ bool qcRegionSet::isSelfIntersecting() const
             selfIntersecting_ = true;
     for (std::size_t i = 0; i < regions_.size(); ++i)
         for (std::size_t j = i + 1; j < regions_.size(); ++j)
-            if (!regions_[i]->crossings(*regions_[j], false).empty()) {
+            if (regions_[i]->outlineMeets(*regions_[j])) {
                 selfIntersecting_ = true;
                 return true;
             }

@@ -46,7 +46,7 @@ void qcRegionSet::outerHullRegularize(qcRegionSet& result, bool useOuterHull) co
     std::vector<Handle> merged = regions_;
     for (std::size_t i = 0; i + 1 < merged.size(); ++i)
         for (std::size_t j = i + 1; j < merged.size(); ++j) {
-            if (merged[i]->crossings(*merged[j], false).empty())
+            if (!merged[i]->outlineMeets(*merged[j]))
                 continue;
             auto const both = emptyRegion();
             merged[i]->splice(*merged[j], *both);

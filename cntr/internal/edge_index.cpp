@@ -8,20 +8,6 @@
 
 namespace qnInternal {
 
-namespace {
-
-Box joined(Box const* begin, Box const* end)
-{
-    Box all = *begin;
-    for (Box const* box = begin + 1; box != end; ++box) {
-        enclose(all, box->min);
-        enclose(all, box->max);
-    }
-    return all;
-}
-
-}  // namespace
-
 // A computed meeting point is within kOnSegment of the edge and of the segment, save for the rounding
 // of those distances: a few ulps of the coordinates. Twice the sum is ample.
 SegmentReach::SegmentReach(qcVector<2> const& a, qcVector<2> const& b, double scale)
@@ -36,29 +22,27 @@ SegmentReach::SegmentReach(qcVector<2> const& a, qcVector<2> const& b, double sc
 EdgeIndex::EdgeIndex(std::vector<qcVector<2>> const& points, bool closed)
     : edgeCount_(edgeCount(points.size(), closed)), closed_(closed)
 {
-    std::vector<Box> leaves;
-    std::vector<unsigned char> ways;
-    leaves.reserve(edgeCount_ / kFan + 1);
-    ways.reserve(edgeCount_ / kFan + 1);
+    std::size_t const room = edgeCount_ / kFan + edgeCount_ / (kFan * (kFan - 1)) + 24;
+    boxes_.reserve(room);
+    ways_.reserve(room);
     double notFinite = 0;  // becomes NaN with the first coordinate that is not finite
     bool tooShort = false;
     qcVector<2> from = edgeStart(points, closed, 0);
     for (std::size_t k = 0; k < edgeCount_; ++k) {
         if (k % kFan == 0) {
-            leaves.push_back(boxOf(from));
-            ways.push_back(0);
+            boxes_.push_back(boxOf(from));
+            ways_.push_back(0);
         }
         qcVector<2> const to = edgeEnd(points, closed, k);
-        enclose(leaves.back(), to);
+        enclose(boxes_.back(), to);
         notFinite += to.x() * 0.0 + to.y() * 0.0;
         qcVector<2> const along = to - from;
-        ways.back() = static_cast<unsigned char>(ways.back() | waysOf(along));
+        ways_.back() = static_cast<unsigned char>(ways_.back() | waysOf(along));
         tooShort |= along * along < kShortestSquare && !(along == qcVector<2>());
         from = to;
     }
     notFinite += points.front().x() * 0.0 + points.front().y() * 0.0;
-    levels_.push_back(std::move(leaves));
-    ways_.push_back(std::move(ways));
+    levelBegin_[1] = boxes_.size();
     addLevelsAbove();
     scale_ = largestCoordinate(rootBox());
     regular_ = notFinite == 0 && !tooShort && scale_ <= kLargestRegular;
@@ -72,23 +56,21 @@ unsigned EdgeIndex::waysOf(qcVector<2> const& along)
 
 void EdgeIndex::addLevelsAbove()
 {
-    while (levels_.back().size() > 1) {
-        auto const& below = levels_.back();
-        auto const& waysBelow = ways_.back();
-        std::vector<Box> above;
-        std::vector<unsigned char> waysAbove;
-        above.reserve(below.size() / kFan + 1);
-        waysAbove.reserve(below.size() / kFan + 1);
-        for (std::size_t begin = 0; begin < below.size(); begin += kFan) {
-            std::size_t const end = std::min(begin + kFan, below.size());
-            above.push_back(joined(&below[begin], below.data() + end));
-            unsigned all = 0;
-            for (std::size_t i = begin; i < end; ++i)
-                all |= waysBelow[i];
-            waysAbove.push_back(static_cast<unsigned char>(all));
+    for (; nodeCount(levelCount_ - 1) > 1; ++levelCount_) {
+        std::size_t const levelEnd = boxes_.size();
+        for (std::size_t begin = levelBegin_[levelCount_ - 1]; begin < levelEnd; begin += kFan) {
+            std::size_t const end = std::min(begin + kFan, levelEnd);
+            Box all = boxes_[begin];
+            unsigned ways = 0;
+            for (std::size_t i = begin; i < end; ++i) {
+                enclose(all, boxes_[i].min);
+                enclose(all, boxes_[i].max);
+                ways |= ways_[i];
+            }
+            boxes_.push_back(all);
+            ways_.push_back(static_cast<unsigned char>(ways));
         }
-        levels_.push_back(std::move(above));
-        ways_.push_back(std::move(waysAbove));
+        levelBegin_[levelCount_ + 1] = boxes_.size();
     }
 }
 

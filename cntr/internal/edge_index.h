@@ -70,9 +70,9 @@ public:
     /// The largest absolute coordinate.
     double scale() const { return scale_; }
 
-    std::size_t leafCount() const { return levels_.front().size(); }
-    Box const& leafBox(std::size_t leaf) const { return levels_.front()[leaf]; }
-    Box const& rootBox() const { return levels_.back().front(); }
+    std::size_t leafCount() const { return nodeCount(0); }
+    Box const& leafBox(std::size_t leaf) const { return boxes_[leaf]; }
+    Box const& rootBox() const { return boxes_.back(); }
 
     /// Edges [begin, end) of a leaf.
     std::size_t leafBegin(std::size_t leaf) const { return leaf * kFan; }
@@ -86,19 +86,38 @@ public:
     template <class Touches, class Visit>
     bool forEachLeaf(std::size_t first, Touches const& touches, Visit const& visit) const
     {
-        return descend(levels_.size() - 1, 0, first, touches, visit);
+        return descend(levelCount_ - 1, 0, first, touches, visit);
     }
 
     /// Whether edges of a node run both ways in x or both ways in y. If not, they meet nowhere but
     /// at shared ends; so if neither do those of this node and the next one together.
-    bool turns(std::size_t level, std::size_t node) const { return turnsBack(ways_[level][node]); }
+    bool turns(std::size_t level, std::size_t node) const
+    {
+        return turnsBack(ways_[levelBegin_[level] + node]);
+    }
     bool turnsWithNext(std::size_t level, std::size_t node) const
     {
-        return turnsBack(ways_[level][node] | ways_[level][node + 1]);
+        std::size_t const at = levelBegin_[level] + node;
+        return turnsBack(ways_[at] | ways_[at + 1]);
     }
 
-    std::size_t levelCount() const { return levels_.size(); }
-    std::vector<Box> const& level(std::size_t number) const { return levels_[number]; }
+    /// Level 0 holds the leaves, the last level the root alone.
+    std::size_t levelCount() const { return levelCount_; }
+    std::size_t nodeCount(std::size_t level) const
+    {
+        return levelBegin_[level + 1] - levelBegin_[level];
+    }
+    Box const& box(std::size_t level, std::size_t node) const
+    {
+        return boxes_[levelBegin_[level] + node];
+    }
+
+    /// The nodes of the level below are [node * kFan, childEnd).
+    std::size_t childEnd(std::size_t level, std::size_t node) const
+    {
+        std::size_t const below = nodeCount(level - 1);
+        return node * kFan + kFan < below ? node * kFan + kFan : below;
+    }
 
 private:
     /// The ways in which edges run, as bits.
@@ -117,12 +136,11 @@ private:
     bool descend(std::size_t level, std::size_t node, std::size_t first, Touches const& touches,
                  Visit const& visit) const
     {
-        if (!touches(levels_[level][node]))
+        if (!touches(box(level, node)))
             return false;
         if (level == 0)
             return visit(node);
-        std::size_t const below = levels_[level - 1].size();
-        std::size_t const end = node * kFan + kFan < below ? node * kFan + kFan : below;
+        std::size_t const end = childEnd(level, node);
         for (std::size_t child = node * kFan; child < end; ++child) {
             std::size_t const lastLeaf = ((child + 1) << (3 * (level - 1))) - 1;
             if (lastLeaf >= first && descend(level - 1, child, first, touches, visit))
@@ -135,8 +153,10 @@ private:
     bool closed_;
     double scale_ = 0;
     bool regular_ = true;
-    std::vector<std::vector<Box>> levels_;          // leaves first
-    std::vector<std::vector<unsigned char>> ways_;  // as levels_
+    std::size_t levelCount_ = 1;
+    std::array<std::size_t, 24> levelBegin_{};  // 8^22 edges are more than memory holds
+    std::vector<Box> boxes_;                    // level by level
+    std::vector<unsigned char> ways_;           // as boxes_
 };
 
 }  // namespace qnInternal

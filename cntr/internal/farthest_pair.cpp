@@ -75,17 +75,16 @@ private:
 
     void visit(Nodes const& nodes)
     {
-        Box const& a = index_.level(nodes.level)[nodes.a];
-        Box const& b = index_.level(nodes.level)[nodes.b];
+        Box const& a = index_.box(nodes.level, nodes.a);
+        Box const& b = index_.box(nodes.level, nodes.b);
         if (squaredReach(a, b) * (1 + 1e-14) < lowest_)
             return;
         if (nodes.level == 0) {
             look(nodes.a, nodes.b);
             return;
         }
-        std::size_t const below = index_.level(nodes.level - 1).size();
-        std::size_t const aEnd = std::min((nodes.a + 1) * EdgeIndex::kFan, below);
-        std::size_t const bEnd = std::min((nodes.b + 1) * EdgeIndex::kFan, below);
+        std::size_t const aEnd = index_.childEnd(nodes.level, nodes.a);
+        std::size_t const bEnd = index_.childEnd(nodes.level, nodes.b);
         for (std::size_t i = nodes.a * EdgeIndex::kFan; i < aEnd; ++i)
             for (std::size_t j = nodes.a == nodes.b ? i : nodes.b * EdgeIndex::kFan; j < bEnd; ++j)
                 visit({nodes.level - 1, i, j});

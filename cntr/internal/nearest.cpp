@@ -53,12 +53,11 @@ private:
             look(node);
             return;
         }
-        auto const& below = index_.level(level - 1);
         std::size_t const begin = node * EdgeIndex::kFan;
-        std::size_t const count = std::min(EdgeIndex::kFan, below.size() - begin);
+        std::size_t const count = index_.childEnd(level, node) - begin;
         std::array<Child, EdgeIndex::kFan> children;
         for (std::size_t i = 0; i < count; ++i) {  // nearest boxes first
-            Child const child{squaredDistance(below[begin + i], point_), begin + i};
+            Child const child{squaredDistance(index_.box(level - 1, begin + i), point_), begin + i};
             std::size_t at = i;
             for (; at > 0 && children[at - 1].squared > child.squared; --at)
                 children[at] = children[at - 1];

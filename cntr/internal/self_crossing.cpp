@@ -29,6 +29,25 @@ bool meet(Edge const& a, Edge const& b)
            HitQuery(b.from, b.to, false).meets(a.from, a.to);
 }
 
+/// Fills `edge` with edge k; whether its ends differ.
+bool fill(Edge& edge, std::vector<qcVector<2>> const& points, bool closed, std::size_t k)
+{
+    edge.from = edgeStart(points, closed, k);
+    edge.to = edgeEnd(points, closed, k);
+    edge.box = boxOf(edge.from);
+    enclose(edge.box, edge.to);
+    return !qfRealEq(edge.from, edge.to, kSamePoint);
+}
+
+bool anyTwoMeet(Edge const* begin, Edge const* end)
+{
+    for (Edge const* a = begin; a != end; ++a)
+        for (Edge const* b = a + 1; b != end; ++b)
+            if (meet(*a, *b))
+                return true;
+    return false;
+}
+
 class Search {
 public:
     Search(EdgeIndex const& index, std::vector<qcVector<2>> const& points, bool closed)
@@ -51,11 +70,7 @@ private:
         Some some;
         for (std::size_t k = index_.leafBegin(leaf); k < index_.leafEnd(leaf); ++k) {
             Edge& edge = some.edges[some.count];
-            edge.from = edgeStart(points_, closed_, k);
-            edge.to = edgeEnd(points_, closed_, k);
-            edge.box = boxOf(edge.from);
-            enclose(edge.box, edge.to);
-            if (overlap(edge.box, box) && !qfRealEq(edge.from, edge.to, kSamePoint))
+            if (fill(edge, points_, closed_, k) && overlap(edge.box, box))
                 ++some.count;
         }
         return some;
@@ -68,7 +83,7 @@ private:
             return false;
         if (level == 0)
             return withinLeaf(node);
-        std::size_t const end = childEnd(level, node);
+        std::size_t const end = index_.childEnd(level, node);
         for (std::size_t i = node * EdgeIndex::kFan; i < end; ++i) {
             if (within(level - 1, i))
                 return true;
@@ -82,14 +97,14 @@ private:
     /// Whether an edge of node a meets one of the later node b.
     bool between(std::size_t level, std::size_t a, std::size_t b) const
     {
-        if (!overlap(index_.level(level)[a], index_.level(level)[b]) ||
+        if (!overlap(index_.box(level, a), index_.box(level, b)) ||
             (a + 1 == b && !index_.turnsWithNext(level, a)))
             return false;
         if (level == 0)
             return betweenLeaves(a, b);
-        for (std::size_t i = a * EdgeIndex::kFan; i < childEnd(level, a); ++i)
-            if (overlap(index_.level(level - 1)[i], index_.level(level)[b]))
-                for (std::size_t j = b * EdgeIndex::kFan; j < childEnd(level, b); ++j)
+        for (std::size_t i = a * EdgeIndex::kFan; i < index_.childEnd(level, a); ++i)
+            if (overlap(index_.box(level - 1, i), index_.box(level, b)))
+                for (std::size_t j = b * EdgeIndex::kFan; j < index_.childEnd(level, b); ++j)
                     if (between(level - 1, i, j))
                         return true;
         return false;
@@ -98,11 +113,7 @@ private:
     bool withinLeaf(std::size_t leaf) const
     {
         auto const some = overlapping(leaf, index_.leafBox(leaf));
-        for (std::size_t i = 0; i < some.count; ++i)
-            for (std::size_t j = i + 1; j < some.count; ++j)
-                if (meet(some.edges[i], some.edges[j]))
-                    return true;
-        return false;
+        return anyTwoMeet(some.edges.data(), some.edges.data() + some.count);
     }
 
     bool betweenLeaves(std::size_t a, std::size_t b) const
@@ -118,17 +129,22 @@ private:
         return false;
     }
 
-    std::size_t childEnd(std::size_t level, std::size_t node) const
-    {
-        return std::min((node + 1) * EdgeIndex::kFan, index_.level(level - 1).size());
-    }
-
     EdgeIndex const& index_;
     std::vector<qcVector<2>> const& points_;
     bool closed_;
 };
 
 }  // namespace
+
+bool anyOfFewEdgesMeets(std::vector<qcVector<2>> const& points, bool closed)
+{
+    std::array<Edge, kMaxPlainEdges> edges;
+    std::size_t count = 0;
+    for (std::size_t k = 0; k < edgeCount(points.size(), closed); ++k)
+        if (fill(edges[count], points, closed, k))
+            ++count;
+    return anyTwoMeet(edges.data(), edges.data() + count);
+}
 
 bool anyEdgeMeetsAnother(EdgeIndex const& index, std::vector<qcVector<2>> const& points,
                          bool closed)

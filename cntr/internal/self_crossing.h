@@ -14,4 +14,8 @@ namespace qnInternal {
 bool anyEdgeMeetsAnother(EdgeIndex const& index, std::vector<qcVector<2>> const& points,
                          bool closed);
 
+/// The same without an index for at most kMaxPlainEdges edges, with coordinates that are finite and
+/// no larger than kLargestRegular.
+bool anyOfFewEdgesMeets(std::vector<qcVector<2>> const& points, bool closed);
+
 }  // namespace qnInternal

@@ -178,6 +178,8 @@ private:
                                        bool considerHoles) const;
     std::vector<qcVector<2>> crossings(qcContour const& other, bool considerHoles) const;
 
+    bool outlineMeets(qcRegion const& other) const;
+
     void cleaned(Result& cache, bool outerHullStage, qcRegion& result) const;
     void outerHullRegularize(qcRegion& result, bool outerHullStage) const;
     long startEdge() const;
