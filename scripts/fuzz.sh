@@ -7,7 +7,7 @@ programs=$1 seconds=$2
 mkdir -p build/fuzz_findings
 for source in fuzz/*_fuzz.cpp; do
     name=$(basename "$source" .cpp)
-    corpus=fuzz/${name%_fuzz}_corpus
+    corpus=fuzz/corpus/${name%_fuzz}
     found=build/fuzz_corpus/$name
     mkdir -p "$found"
     limits=(-timeout=20 -rss_limit_mb=2048 "-artifact_prefix=build/fuzz_findings/$name-")
