@@ -100,8 +100,9 @@ private:
 /// A region whose outline carries one edge point per vertex.
 ///
 /// It has a typed hole list beside the region's own: the typed one enters no query, is not tested
-/// and is not stored. Reach the region's own as qcRegion::holes(). Archives keep outline, label and
-/// the region's own holes, not the data.
+/// and is not stored. Reach the region's own as qcRegion::holes(); setting it rebuilds the data as
+/// setting the points does, so magnitudes and angles are lost, and without a transform it throws
+/// qcBadPointer. Archives keep outline, label and the region's own holes, not the data.
 template <class Datum>
 class CNTR_EXPORT qcRegionT : public qcContourT<Datum>, public qcRegion {
 public:
