@@ -27,8 +27,8 @@ RANKS = [
     (7, r"(include/cntr|cntr)/regionst"),
     (8, r"(include/cntr/cntrtmpl|ch_core/)"),
     (9, r"(include/cntr/cntr\.h|cntr/registration)"),
-    (10, r"(tools|examples|bench|fuzz)/"),
-    (11, r"tests/"),
+    (10, r"(tools|examples|bench)/"),
+    (11, r"(fuzz|tests)/"),
 ]
 ALLOWED = {("cntr/contour_hull.cpp", "include/cntr/region.h")}  # the hull of a contour is a region
 
