@@ -15,7 +15,14 @@ std::vector<qcVector<2>> const kPoints{{1, -2}, {0.5, 3}};
 
 Bytes versionOne()
 {
-    return Composer().byte(1).byte(0).number(0xFFFFFFFEu).byte(0).pointList(kPairs).number(9).bytes();
+    return Composer()
+        .byte(1)
+        .byte(0)
+        .number(0xFFFFFFFEu)
+        .byte(0)
+        .pointList(kPairs)
+        .number(9)
+        .bytes();
 }
 
 Bytes versionZero()
@@ -82,7 +89,13 @@ TEST(ContourArchive, ReadsVersionZero)
 
 TEST(ContourArchive, NamesTheVersionItCannotRead)
 {
-    struct { char const* name; Bytes bytes; std::size_t at; char const* file; int line; } const cases[] = {
+    struct {
+        char const* name;
+        Bytes bytes;
+        std::size_t at;
+        char const* file;
+        int line;
+    } const cases[] = {
         {"class", versionOne(), 0, "cntr/contour", 900},
         {"old base", versionZero(), 1, "cntr/contour", 890},
         {"point list", versionOne(), 7, nullptr, 0},

@@ -29,7 +29,8 @@ bool caughtAs(E const& e)
 }
 
 template <class E>
-class ContourError : public testing::Test {};
+class ContourError : public testing::Test {
+};
 
 using Classes = testing::Types<qcContourDefs::EmptyContour, qcContourDefs::EmptyRegionSet,
                                qcContourDefs::BadParams, qcContourDefs::RegionCannotBeSetOpen>;
@@ -85,7 +86,8 @@ TYPED_TEST(ContourError, RethrowsItselfFromTheHeap)
         heap->suicideAndRethrow();
         ADD_FAILURE() << "returned";
     } catch (TypeParam const& e) {
-        EXPECT_EQ(gone.count, 1) << "the object on the heap, and it alone, was tracked and has ended";
+        EXPECT_EQ(gone.count, 1)
+            << "the object on the heap, and it alone, was tracked and has ended";
         EXPECT_EQ(e.message(), L"why");
     }
 }
@@ -96,7 +98,8 @@ TYPED_TEST(ContourError, ItsRecordIsTwoVersionsAndTheMessage)
     qcMemoryArchive out;
     out || stored;
     std::vector<unsigned char> const bytes = out.bytes();
-    EXPECT_EQ(bytes, (std::vector<unsigned char>{0, 0, 0, 0, 2, 0, 0, 0, 'h', 0, 0, 0, 'i', 0, 0, 0}));
+    EXPECT_EQ(bytes,
+              (std::vector<unsigned char>{0, 0, 0, 0, 2, 0, 0, 0, 'h', 0, 0, 0, 'i', 0, 0, 0}));
     TypeParam loaded(L"other");
     qcMemoryArchive in(bytes);
     in || loaded;
@@ -122,7 +125,10 @@ TEST(ContourErrors, QueriesThatNeedEdgesThrowOnFewerThanTwoPoints)
     qcRegion region({{7, 7}, {8, 8}});
     qcEllipse ellipse;
     double residual = 4;
-    struct { char const* name; std::function<void(qcContour const&)> ask; } const cases[] = {
+    struct {
+        char const* name;
+        std::function<void(qcContour const&)> ask;
+    } const cases[] = {
         {"mean position", [&](auto const& c) { c.meanPosition(); }},
         {"closest vertex", [&](auto const& c) { c.closestVertexIndex(p); }},
         {"closest point", [&](auto const& c) { c.closestPoint(p, false); }},

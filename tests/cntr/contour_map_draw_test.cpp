@@ -61,7 +61,11 @@ TEST(ContourPolygon, ThereAndBack)
         EXPECT_EQ(qcContour(polygon, 3), qcContour(expected, outline.closed));
     }
     EXPECT_EQ(qcContour(qcPolygon({{0, 0}, {1, 0}, {0, 9e-16}}), 3).label(), 3u);
-    struct { char const* name; Points vertices; bool closed; } const cases[] = {
+    struct {
+        char const* name;
+        Points vertices;
+        bool closed;
+    } const cases[] = {
         {"ends apart", {{0, 0}, {1, 0}, {1, 1}}, false},
         {"ends within 1e-15", {{0, 0}, {1, 0}, {0, 9e-16}}, true},
         {"ends just apart", {{0, 0}, {1, 0}, {0, 1.1e-15}}, false},

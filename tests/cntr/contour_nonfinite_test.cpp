@@ -26,14 +26,14 @@ struct Row {
     double length;
     qcVector<2> mean;
     double median;
-    long closestVertex;          // to (1, 1)
-    qcVector<2> closestPoint;    // to (1, 1)
-    std::vector<int> near;       // to (0, 0) within 2
-    long rightmost;              // direction 0
-    long slanted;                // direction 1
+    long closestVertex;        // to (1, 1)
+    qcVector<2> closestPoint;  // to (1, 1)
+    std::vector<int> near;     // to (0, 0) within 2
+    long rightmost;            // direction 0
+    long slanted;              // direction 1
     qcVector<2> smallest, largest;
     double farthestRadius, firstRadius;
-    Points crossings;            // with (-1, 0.5) to (9, 0.5)
+    Points crossings;  // with (-1, 0.5) to (9, 0.5)
     Points hull;
 };
 
@@ -41,15 +41,86 @@ std::vector<Row> rows()
 {
     qcVector<2> const nans(kNaN, kNaN);
     return {
-        {"NaN first", {{kNaN, kNaN}, {0, 0}, {2, 0}, {2, 2}}, kNaN, nans, kNaN, 1, {1, 0}, {1}, 2, 3,
-         nans, nans, std::sqrt(8) / 2, 0, {}, {{0, 0}, {2, 0}, {2, 2}}},
-        {"NaN later", {{0, 0}, {2, 0}, {kNaN, 5}, {2, 2}}, kNaN, nans, kNaN, 0, {1, 1}, {0}, 1,
-         3, {0, 0}, {2, 5}, std::sqrt(8) / 2, std::sqrt(8), {{0.5, 0.5}}, {{0, 0}, {2, 0}, {2, 2}}},
-        {"NaN alone", {nans, nans}, kNaN, nans, kNaN, 0, {0, 0}, {}, -1, -1, nans, nans, 0, 0, {}, {}},
-        {"infinite x", {{0, 0}, {kInf, 0}, {2, 2}}, kInf, nans, kInf, 0, {1, 1}, {0}, 1, 1, {0, 0},
-         {kInf, 2}, kInf, kInf, {{0.5, 0.5}}, {{0, 0}, {2, 2}}},
-        {"minus infinity", {{-kInf, -kInf}, {0, 0}, {0, 2}}, kInf, nans, kInf, 1, {0, 1}, {1}, 1, 2,
-         {-kInf, -kInf}, {0, 2}, kInf, kInf, {{0, 0.5}}, {{0, 0}, {0, 2}}},
+        {"NaN first",
+         {{kNaN, kNaN}, {0, 0}, {2, 0}, {2, 2}},
+         kNaN,
+         nans,
+         kNaN,
+         1,
+         {1, 0},
+         {1},
+         2,
+         3,
+         nans,
+         nans,
+         std::sqrt(8) / 2,
+         0,
+         {},
+         {{0, 0}, {2, 0}, {2, 2}}},
+        {"NaN later",
+         {{0, 0}, {2, 0}, {kNaN, 5}, {2, 2}},
+         kNaN,
+         nans,
+         kNaN,
+         0,
+         {1, 1},
+         {0},
+         1,
+         3,
+         {0, 0},
+         {2, 5},
+         std::sqrt(8) / 2,
+         std::sqrt(8),
+         {{0.5, 0.5}},
+         {{0, 0}, {2, 0}, {2, 2}}},
+        {"NaN alone",
+         {nans, nans},
+         kNaN,
+         nans,
+         kNaN,
+         0,
+         {0, 0},
+         {},
+         -1,
+         -1,
+         nans,
+         nans,
+         0,
+         0,
+         {},
+         {}},
+        {"infinite x",
+         {{0, 0}, {kInf, 0}, {2, 2}},
+         kInf,
+         nans,
+         kInf,
+         0,
+         {1, 1},
+         {0},
+         1,
+         1,
+         {0, 0},
+         {kInf, 2},
+         kInf,
+         kInf,
+         {{0.5, 0.5}},
+         {{0, 0}, {2, 2}}},
+        {"minus infinity",
+         {{-kInf, -kInf}, {0, 0}, {0, 2}},
+         kInf,
+         nans,
+         kInf,
+         1,
+         {0, 1},
+         {1},
+         1,
+         2,
+         {-kInf, -kInf},
+         {0, 2},
+         kInf,
+         kInf,
+         {{0, 0.5}},
+         {{0, 0}, {0, 2}}},
     };
 }
 
@@ -81,8 +152,10 @@ TEST(ContourNonFinite, EveryQueryHasItsAnswer)
             expectSame(c.extremalVertexPosition(qcRadian(0)), {kNaN, kNaN}, "no extremal vertex");
         expectSame(c.encloseRect(kIdentity).origin().position(), row.smallest, "smallest corner");
         expectSame(c.encloseRect(kIdentity).lr().position(), row.largest, "largest corner");
-        expectSame(c.encloseCircle(qcContourDefs::eFarthestPair).radius(), row.farthestRadius, "pair");
-        expectSame(c.encloseCircle(qcContourDefs::eFromFirstPoint).radius(), row.firstRadius, "first");
+        expectSame(c.encloseCircle(qcContourDefs::eFarthestPair).radius(), row.farthestRadius,
+                   "pair");
+        expectSame(c.encloseCircle(qcContourDefs::eFromFirstPoint).radius(), row.firstRadius,
+                   "first");
         EXPECT_EQ(c.intersections(qcLineSeg({-1, 0.5}, {9, 0.5}), true), row.crossings);
         qcRegion hull;
         c.convexHull(hull);
@@ -107,8 +180,9 @@ TEST(ContourNonFinite, AgreesWithThePlainStepsAnywhere)
         Outline outline{"", {}, i % 3 != 0};
         std::size_t const n = 2 + random() % (i % 40 == 0 ? 200 : 7);
         while (outline.points.size() < n)
-            outline.points.push_back(random() % 4 ? qcVector<2>(uniform(random, -2, 3), odd[random() % 12])
-                                                  : qcVector<2>(pick(), pick()));
+            outline.points.push_back(random() % 4
+                                         ? qcVector<2>(uniform(random, -2, 3), odd[random() % 12])
+                                         : qcVector<2>(pick(), pick()));
         Questions questions = questionsAbout(outline, random);
         questions.places.emplace_back(pick(), pick());
         questions.segments.emplace_back(qcVector<2>(pick(), pick()), qcVector<2>(-1, 2));

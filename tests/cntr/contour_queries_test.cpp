@@ -49,14 +49,20 @@ TEST(ContourQueries, CrossOneContourWithAnother)
             for (auto const& p : qnPlain::crossings(mine.points, mine.closed, edge, true).points)
                 expected.push_back(p);
         EXPECT_EQ(qcContour(mine.points, mine.closed)
-                      .intersections(qcContour(other.points, other.closed)), expected);
+                      .intersections(qcContour(other.points, other.closed)),
+                  expected);
     }
 }
 
 TEST(ContourQueries, KnownMeasures)
 {
-    struct { char const* name; Points points; bool closed; double length, median;
-             qcVector<2> mean; } const cases[] = {
+    struct {
+        char const* name;
+        Points points;
+        bool closed;
+        double length, median;
+        qcVector<2> mean;
+    } const cases[] = {
         {"open 3-4", {{0, 0}, {3, 0}, {3, 4}}, false, 7, 3, {3 * 1.5 / 7 + 12 / 7.0, 8 / 7.0}},
         {"closed 3-4-5", {{0, 0}, {3, 0}, {3, 4}}, true, 12, 4, {24 / 12.0, 18 / 12.0}},
         {"open corner", {{0, 0}, {2, 0}, {2, 2}}, false, 4, 2, {1.5, 0.5}},
@@ -94,15 +100,23 @@ TEST(ContourQueries, TiesGoToTheFirst)
 
 TEST(ContourQueries, SegmentsMeetTheSquare)
 {
-    struct { char const* name; qcLineSeg segment; bool touching; Points points;
-             std::vector<int> edges; } const cases[] = {
+    struct {
+        char const* name;
+        qcLineSeg segment;
+        bool touching;
+        Points points;
+        std::vector<int> edges;
+    } const cases[] = {
         {"across", {{-1, 2}, {5, 2}}, false, {{0, 2}, {4, 2}}, {0, 2}},
         {"back across", {{5, 2}, {-1, 2}}, false, {{4, 2}, {0, 2}}, {2, 0}},
         {"in", {{2, -1}, {2, 1}}, false, {{2, 0}}, {1}},
         {"from the border, ends left out", {{2, 0}, {2, 2}}, false, {}, {}},
         {"from the border", {{2, 0}, {2, 2}}, true, {{2, 0}}, {1}},
         {"along an edge", {{-1, 0}, {5, 0}}, true, {{0, 0}, {4, 0}}, {0, 2}},
-        {"corner to corner", {{-1, -1}, {5, 5}}, false, {{0, 0}, {0, 0}, {4, 4}, {4, 4}},
+        {"corner to corner",
+         {{-1, -1}, {5, 5}},
+         false,
+         {{0, 0}, {0, 0}, {4, 4}, {4, 4}},
          {0, 1, 2, 3}},
         {"stops within 1e-6, but the boxes do not touch", {{2, 2}, {2, 4 - 5e-7}}, true, {}, {}},
         {"passes by", {{5, 5}, {9, 6}}, true, {}, {}},
@@ -120,7 +134,11 @@ TEST(ContourQueries, SegmentsMeetTheSquare)
 
 TEST(ContourQueries, TellCrossingFromTouching)
 {
-    struct { char const* name; Points points; bool closed, crosses; } const cases[] = {
+    struct {
+        char const* name;
+        Points points;
+        bool closed, crosses;
+    } const cases[] = {
         {"square", kSquare, true, false},
         {"bow-tie", {{0, 0}, {2, 2}, {2, 0}, {0, 2}}, true, true},
         {"vertex resting on a far edge", {{0, 0}, {4, 0}, {4, 4}, {2, 0}}, true, true},

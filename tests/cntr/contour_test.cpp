@@ -58,7 +58,12 @@ TEST(Contour, BeginsEmptyAndClosed)
 
 TEST(Contour, EdgesKeepTheirPlaces)
 {
-    struct { char const* name; Points points; bool closed; std::vector<bool> valid; } const cases[] = {
+    struct {
+        char const* name;
+        Points points;
+        bool closed;
+        std::vector<bool> valid;
+    } const cases[] = {
         {"open", {{0, 0}, {1, 0}, {1, 1}}, false, {true, true}},
         {"closed", {{0, 0}, {1, 0}, {1, 1}}, true, {true, true, true}},
         {"one point", {{5, 5}}, true, {false}},
@@ -81,10 +86,20 @@ TEST(Contour, EqualityLooksAtStatePointsAndBoundAlone)
     qcContour const square(kSquare, true, 4);
     qcContour bound(square);
     bound.cachedVectorSize(0);
-    struct { char const* name; qcContour other; bool equal; } const cases[] = {
+    struct {
+        char const* name;
+        qcContour other;
+        bool equal;
+    } const cases[] = {
         {"copy", square, true},
         {"other label", qcContour(kSquare, true, 9), true},
-        {"asked before", [&] { qcContour c(square); c.length(); return c; }(), true},
+        {"asked before",
+         [&] {
+             qcContour c(square);
+             c.length();
+             return c;
+         }(),
+         true},
         {"minus zero", qcContour({{0, -0.0}, {2, 0}, {2, 2}, {0, 2}}), true},
         {"open", qcContour(kSquare, false), false},
         {"other bound", bound, false},
@@ -102,16 +117,30 @@ TEST(Contour, EqualityLooksAtStatePointsAndBoundAlone)
 
 TEST(Contour, EveryChangeOfGeometryReachesEveryQuery)
 {
-    struct { char const* name; void (*change)(OpenContour&); } const cases[] = {
+    struct {
+        char const* name;
+        void (*change)(OpenContour&);
+    } const cases[] = {
         {"points", [](OpenContour& c) { c.points(kBow); }},
         {"setPoints", [](OpenContour& c) { c.setPoints(kBow); }},
         {"its own points", [](OpenContour& c) { c.points(c.points()); }},
         {"no points", [](OpenContour& c) { c.points({}); }},
         {"opened", [](OpenContour& c) { c.isClosed(false); }},
         {"assigned", [](OpenContour& c) { c = OpenContour(kBow, false); }},
-        {"itself", [](OpenContour& c) { OpenContour& same = c; c = same; }},
-        {"mapped", [](OpenContour& c) { c.map({{0, 1, 2, 0}, {7, 7}}, c); }},
-        {"label and bound", [](OpenContour& c) { c.label(8); c.cachedVectorSize(0); }},
+        {"itself",
+         [](OpenContour& c) {
+             OpenContour& same = c;
+             c = same;
+         }},
+        {"mapped",
+         [](OpenContour& c) {
+             c.map({{0, 1, 2, 0}, {7, 7}}, c);
+         }},
+        {"label and bound",
+         [](OpenContour& c) {
+             c.label(8);
+             c.cachedVectorSize(0);
+         }},
     };
     for (auto const& c : cases) {
         SCOPED_TRACE(c.name);
@@ -124,8 +153,8 @@ TEST(Contour, EveryChangeOfGeometryReachesEveryQuery)
         ask(contour, questions());
         OpenContour const before(contour);
         c.change(contour);
-        EXPECT_EQ(difference(ask(contour, questions()),
-                             fresh(contour.points(), contour.isClosed())), "");
+        EXPECT_EQ(
+            difference(ask(contour, questions()), fresh(contour.points(), contour.isClosed())), "");
         if (contour.points().size() > 1) {
             qcRegion freshHull;
             qcContour const again(contour.points(), contour.isClosed());
@@ -170,13 +199,15 @@ TEST(Contour, AFullCacheReplacesTheEntryThatItsThreadDraws)
                 int const key = i * 37 % 101;
                 cache.insert(key, i, bound);
                 if (!expected.empty() && static_cast<long>(expected.size()) > bound)
-                    expected.erase(std::next(expected.begin(), qfIFloor(random.next(
-                        0.0, static_cast<double>(expected.size())))));
+                    expected.erase(std::next(
+                        expected.begin(),
+                        qfIFloor(random.next(0.0, static_cast<double>(expected.size())))));
                 expected[key] = i;
                 ASSERT_EQ(cache.size(), expected.size());
                 ASSERT_LE(static_cast<long>(cache.size()), std::max(bound + 1, 1L));
                 for (auto const& entry : expected)
-                    ASSERT_TRUE(cache.find(entry.first) && *cache.find(entry.first) == entry.second);
+                    ASSERT_TRUE(cache.find(entry.first) &&
+                                *cache.find(entry.first) == entry.second);
             }
         }
     };
@@ -194,17 +225,30 @@ TEST(Contour, RefusesANegativeBound)
 
 TEST(Contour, TellsWhoListensOfEachChange)
 {
-    struct { char const* name; int told; void (*act)(qcContour&); } const cases[] = {
+    struct {
+        char const* name;
+        int told;
+        void (*act)(qcContour&);
+    } const cases[] = {
         {"points", 2, [](qcContour& c) { c.points(kBow); }},
         {"opening", 1, [](qcContour& c) { c.isClosed(false); }},
         {"label", 1, [](qcContour& c) { c.label(3); }},
         {"bound", 1, [](qcContour& c) { c.cachedVectorSize(7); }},
-        {"refused bound", 0, [](qcContour& c) {
-             EXPECT_THROW(c.cachedVectorSize(-7), qcContourDefs::BadParams); }},
+        {"refused bound", 0,
+         [](qcContour& c) { EXPECT_THROW(c.cachedVectorSize(-7), qcContourDefs::BadParams); }},
         {"assignment", 0, [](qcContour& c) { c = qcContour(kBow); }},
         {"mapping into it", 0, [](qcContour& c) { qcContour(kBow).map(qcXform<2>::I, c); }},
-        {"queries", 0, [](qcContour& c) { c.length(); c.isSelfIntersecting(); c.polygon(); }},
-        {"copying", 0, [](qcContour& c) { qcContour copy(c); copy.label(5); }},
+        {"queries", 0,
+         [](qcContour& c) {
+             c.length();
+             c.isSelfIntersecting();
+             c.polygon();
+         }},
+        {"copying", 0,
+         [](qcContour& c) {
+             qcContour copy(c);
+             copy.label(5);
+         }},
     };
     for (auto const& c : cases) {
         SCOPED_TRACE(c.name);
@@ -217,7 +261,8 @@ TEST(Contour, TellsWhoListensOfEachChange)
             c.act(contour);
             EXPECT_EQ(listener.count, c.told);
             EXPECT_EQ(listener.count ? listener.lastSize : contour.points().size(),
-                      contour.points().size()) << "told after the change";
+                      contour.points().size())
+                << "told after the change";
         }
         EXPECT_EQ(listener.count, c.told + 1) << "destruction";
     }
@@ -227,11 +272,12 @@ TEST(Contour, ChangesGoThroughTheVirtualHooks)
 {
     struct Derived : qcContour {
         using qcContour::setPoints;
-        void cleanCacheInfo() override { log += 'c'; qcContour::cleanCacheInfo(); }
-        void makeDataConsistentWithPoints() override
+        void cleanCacheInfo() override
         {
-            log += points().size() == 5 ? 'd' : '?';
+            log += 'c';
+            qcContour::cleanCacheInfo();
         }
+        void makeDataConsistentWithPoints() override { log += points().size() == 5 ? 'd' : '?'; }
         std::string log;
     };
     Derived derived;

@@ -25,10 +25,17 @@ TEST(FitEllipse, FallsBackToACircleAndThenToNothing)
     Points const three{{0, 0}, {2, 0}, {0, 2}};
     Points const line{{0, 0}, {1, 0}, {2, 0}, {3, 0}, {4, 0}, {5, 0}};
     enum Outcome { eEllipse, eCircle, eNothing };
-    struct { char const* name; Points points; Outcome outcome; } const cases[] = {
-        {"on an ellipse", onEllipse, eEllipse}, {"three points", three, eCircle},
-        {"on a line", line, eNothing}, {"two points", {{0, 0}, {1, 1}}, eNothing},
-        {"all the same", Points(9, {1, 1}), eNothing}, {"none", {}, eNothing},
+    struct {
+        char const* name;
+        Points points;
+        Outcome outcome;
+    } const cases[] = {
+        {"on an ellipse", onEllipse, eEllipse},
+        {"three points", three, eCircle},
+        {"on a line", line, eNothing},
+        {"two points", {{0, 0}, {1, 1}}, eNothing},
+        {"all the same", Points(9, {1, 1}), eNothing},
+        {"none", {}, eNothing},
         {"NaN", {{0, 0}, {1, 0}, {NAN, 3}, {0, 1}, {2, 2}, {3, 1}}, eNothing},
     };
     for (auto const& c : cases) {
@@ -74,16 +81,31 @@ TEST(EllipseFromInertia, HasTheMomentsOfTheRecord)
 {
     double const large = kPi * 27 / 4, small = kPi * 3 / 4;
     double const even = std::pow(16 / (3 * kPi), 0.25), c = std::cos(0.7), s = std::sin(0.7);
-    struct { char const* name; qcMatrix<2> moments; double a, b, angle; } const cases[] = {
+    struct {
+        char const* name;
+        qcMatrix<2> moments;
+        double a, b, angle;
+    } const cases[] = {
         {"square", {4 / 3.0, 0, 0, 4 / 3.0}, even, even, 0},
         {"along x", {large, 0, 0, small}, 3, 1, 0},
         {"along y", {small, 0, 0, large}, 3, 1, kPi / 2},
-        {"aslant", {c * c * large + s * s * small, c * s * (large - small), c * s * (large - small),
-                    s * s * large + c * c * small}, 3, 1, 0.7},
-        {"aslant the other way", {c * c * large + s * s * small, -c * s * (large - small),
-                                  -c * s * (large - small), s * s * large + c * c * small}, 3, 1, -0.7},
-        {"just thick enough", {1, 0, 0, 1.1e-12}, std::pow(16 / (kPi * kPi * 1.1e-12), 0.125),
-         std::pow(16 * std::pow(1.1e-12, 3) / (kPi * kPi), 0.125), 0},
+        {"aslant",
+         {c * c * large + s * s * small, c * s * (large - small), c * s * (large - small),
+          s * s * large + c * c * small},
+         3,
+         1,
+         0.7},
+        {"aslant the other way",
+         {c * c * large + s * s * small, -c * s * (large - small), -c * s * (large - small),
+          s * s * large + c * c * small},
+         3,
+         1,
+         -0.7},
+        {"just thick enough",
+         {1, 0, 0, 1.1e-12},
+         std::pow(16 / (kPi * kPi * 1.1e-12), 0.125),
+         std::pow(16 * std::pow(1.1e-12, 3) / (kPi * kPi), 0.125),
+         0},
     };
     for (auto const& k : cases)
         for (double const area : {1.0, -5.0}) {
@@ -100,8 +122,8 @@ TEST(EllipseFromInertia, HasTheMomentsOfTheRecord)
 
 TEST(EllipseFromInertia, RefusesFlatMoments)
 {
-    qcMatrix<2> const flat[] = {{0, 0, 0, 0}, {1, 0, 0, 1e-12}, {0, 0, 0, 5}, {1, 1, 1, 1},
-                                {NAN, 0, 0, 1}};
+    qcMatrix<2> const flat[] = {
+        {0, 0, 0, 0}, {1, 0, 0, 1e-12}, {0, 0, 0, 5}, {1, 1, 1, 1}, {NAN, 0, 0, 1}};
     for (auto const& m : flat)
         EXPECT_THROW(qf_EllipseFromInertiaData(qc_InertiaData(1, {0, 0}, m)), qcMathError::Singular)
             << m.element(0, 0) << ' ' << m.element(1, 1);

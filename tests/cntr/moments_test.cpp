@@ -1,5 +1,5 @@
-// Areas, centres and second moments: known figures, the plain steps, and what turning a figure around
-// or moving it must and must not change.
+// Areas, centres and second moments: known figures, the plain steps, and what turning a figure
+// around or moving it must and must not change.
 #include "tests/support/outlines.h"
 #include "tests/support/plain_contour.h"
 
@@ -23,14 +23,15 @@ void expectRecord(qc_InertiaData const& data, qc_InertiaData const& expected, do
     EXPECT_NEAR(data.centerOfMass().y(), expected.centerOfMass().y(), tolerance);
     for (int i = 0; i < 4; ++i)
         EXPECT_NEAR(data.inertiaMatrix().element(i / 2, i % 2),
-                    expected.inertiaMatrix().element(i / 2, i % 2), tolerance) << i;
+                    expected.inertiaMatrix().element(i / 2, i % 2), tolerance)
+            << i;
 }
 
 std::vector<double> numbers(qc_InertiaData const& data)
 {
     auto const& m = data.inertiaMatrix();
-    return {data.area(), data.centerOfMass().x(), data.centerOfMass().y(), m.element(0, 0),
-            m.element(0, 1), m.element(1, 0), m.element(1, 1)};
+    return {data.area(),     data.centerOfMass().x(), data.centerOfMass().y(), m.element(0, 0),
+            m.element(0, 1), m.element(1, 0),         m.element(1, 1)};
 }
 
 /// The record by sums over the edges: exact in principle, and nothing like a fan of triangles.
@@ -56,15 +57,35 @@ qc_InertiaData bySums(Points const& points)
 
 TEST(Moments, KnownFiguresInEitherOrientation)
 {
-    struct { char const* name; Points points; double area; qcVector<2> center;
-             double m00, m01, m11; } const cases[] = {
+    struct {
+        char const* name;
+        Points points;
+        double area;
+        qcVector<2> center;
+        double m00, m01, m11;
+    } const cases[] = {
         {"square", kSquare, 1, {0.5, 0.5}, 1 / 12.0, 0, 1 / 12.0},
-        {"pentagon", {{0, 0}, {4, 0}, {5, 3}, {1, 4}, {-1, 2}}, 17.5, {2, 1.8190476}, 35.416667,
-         1.041667, 17.510317},
-        {"L", {{0, 0}, {10, 0}, {10, 1}, {1, 1}, {1, 10}, {0, 10}}, 19, {2.8684211, 2.8684211},
-         180.00439, -106.57895, 180.00439},
-        {"half a square, with a repeat", {{0, 0}, {1, 0}, {1, 0}, {1, 1}}, 0.5, {2 / 3.0, 1 / 3.0},
-         1 / 36.0, 1 / 72.0, 1 / 36.0},
+        {"pentagon",
+         {{0, 0}, {4, 0}, {5, 3}, {1, 4}, {-1, 2}},
+         17.5,
+         {2, 1.8190476},
+         35.416667,
+         1.041667,
+         17.510317},
+        {"L",
+         {{0, 0}, {10, 0}, {10, 1}, {1, 1}, {1, 10}, {0, 10}},
+         19,
+         {2.8684211, 2.8684211},
+         180.00439,
+         -106.57895,
+         180.00439},
+        {"half a square, with a repeat",
+         {{0, 0}, {1, 0}, {1, 0}, {1, 1}},
+         0.5,
+         {2 / 3.0, 1 / 3.0},
+         1 / 36.0,
+         1 / 72.0,
+         1 / 36.0},
     };
     for (auto const& c : cases)
         for (double const sign : {1.0, -1.0}) {
@@ -128,9 +149,10 @@ TEST(Moments, OfSimpleFiguresAreTheSumsWhereverTheyStandAndTurn)
         std::rotate(points.begin(), points.begin() + 1, points.end());
         expectRecord(qf_InertiaDataPolygon(points), expected, tolerance);
         std::reverse(points.begin(), points.end());
-        expectRecord(qf_InertiaDataPolygon(points),
-                     qc_InertiaData(-expected.area(), expected.centerOfMass(),
-                                    expected.inertiaMatrix()), tolerance);
+        expectRecord(
+            qf_InertiaDataPolygon(points),
+            qc_InertiaData(-expected.area(), expected.centerOfMass(), expected.inertiaMatrix()),
+            tolerance);
     }
 }
 
@@ -141,8 +163,8 @@ TEST(Moments, RecordsAddUpAndHolesAreTakenAway)
     expectRecord(twice, qc_InertiaData(2, {0.5, 0.5}, {1 / 6.0, 0, 0, 1 / 6.0}), 1e-15);
     Points const right{{1, 0}, {2, 0}, {2, 1}, {1, 1}}, both{{0, 0}, {2, 0}, {2, 1}, {0, 1}};
     expectRecord(unit + qf_InertiaDataPolygon(right), qf_InertiaDataPolygon(both), 1e-14);
-    Points const big{{-1, -1}, {1, -1}, {1, 1}, {-1, 1}}, hole{{-0.5, 0.5}, {0.5, 0.5}, {0.5, -0.5},
-                                                             {-0.5, -0.5}};
+    Points const big{{-1, -1}, {1, -1}, {1, 1}, {-1, 1}},
+        hole{{-0.5, 0.5}, {0.5, 0.5}, {0.5, -0.5}, {-0.5, -0.5}};
     qc_InertiaData const ring(3, {0, 0}, {1.25, 0, 0, 1.25});
     expectRecord(qf_InertiaDataPolygon(big) + qf_InertiaDataPolygon(hole), ring, 1e-14);
     expectRecord(qf_InertiaDataPolygon(hole) + qf_InertiaDataPolygon(big), ring, 1e-14);
@@ -151,7 +173,8 @@ TEST(Moments, RecordsAddUpAndHolesAreTakenAway)
     EXPECT_EQ(numbers(none + odd), numbers(odd));
     EXPECT_EQ(numbers(odd + none), numbers(odd));
     EXPECT_EQ(numbers(qc_InertiaData() + none), numbers(none));
-    EXPECT_EQ((odd + qc_InertiaData(2 + 4e-16, {5, 5}, {1, 0, 0, 1})).centerOfMass().x() == 0, false);
+    EXPECT_EQ((odd + qc_InertiaData(2 + 4e-16, {5, 5}, {1, 0, 0, 1})).centerOfMass().x() == 0,
+              false);
     EXPECT_EQ((odd + qc_InertiaData(2, {5, 5}, {1, 0, 0, 1})).centerOfMass(), qcVector<2>(0, 0));
     std::mt19937 random(4);
     auto const number = [&] { return random() % 5 ? uniform(random, -3, 3) : 1e-170; };
@@ -164,9 +187,15 @@ TEST(Moments, RecordsAddUpAndHolesAreTakenAway)
 
 TEST(Moments, OfTooLittleAreZero)
 {
-    struct { char const* name; Points points; } const cases[] = {
-        {"nothing", {}}, {"one", {{3, 4}}}, {"two", {{3, 4}, {5, 9}}},
-        {"on a line", {{0, 0}, {1, 1}, {3, 3}}}, {"one place", {{2, 2}, {2, 2}, {2, 2}}},
+    struct {
+        char const* name;
+        Points points;
+    } const cases[] = {
+        {"nothing", {}},
+        {"one", {{3, 4}}},
+        {"two", {{3, 4}, {5, 9}}},
+        {"on a line", {{0, 0}, {1, 1}, {3, 3}}},
+        {"one place", {{2, 2}, {2, 2}, {2, 2}}},
     };
     for (auto const& c : cases) {
         SCOPED_TRACE(c.name);
@@ -180,8 +209,8 @@ TEST(Moments, OfTooLittleAreZero)
     EXPECT_EQ(qf_CenterOfMass({{0, 0}, {1e-3, 0}, {0, 9e-4}}), qcVector<2>()) << "below 1e-6";
     EXPECT_GT(qf_CenterOfMass({{0, 0}, {1e-3, 0}, {0, 1.1e-3}}).len(), 3e-4);
     // Vertices that repeat, far off: every turn of a flat triangle may look outside.
-    EXPECT_TRUE(std::isfinite(qf_InertiaDataPolygon({{1e9, 1e9}, {1e9, 1e9}, {3e9, 1e9}, {1e9, 1e9}})
-                                  .area()));
+    EXPECT_TRUE(std::isfinite(
+        qf_InertiaDataPolygon({{1e9, 1e9}, {1e9, 1e9}, {3e9, 1e9}, {1e9, 1e9}}).area()));
 }
 
 TEST(Moments, StandardDeviationIsThatOfTheWholePopulation)

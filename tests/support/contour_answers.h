@@ -13,11 +13,11 @@
 
 /// A contour whose protected members a test may use.
 struct OpenContour : qcContour {
-    using qcContour::qcContour;
     using qcContour::checkEmptyContour;
     using qcContour::intersections;
     using qcContour::lineSegs;
     using qcContour::medianFeatureSize;
+    using qcContour::qcContour;
     using qcContour::setPoints;
     using qcContour::validLine;
 };

@@ -109,19 +109,32 @@ std::vector<Outline> randomised(unsigned seed, int count)
         int const n = static_cast<int>(random() % (i % 23 == 5 ? 400 : 33));
         Outline outline{"", {}, random() % 3 != 0};
         switch (i % 9) {
-        case 0: outline = {"star", star(random, n), outline.closed}; break;
-        case 1: outline = {"loose", scattered(random, n, 0), outline.closed}; break;
-        case 2: outline = {"lattice", scattered(random, n, 1), outline.closed}; break;
-        case 3: outline = {"nudged", scattered(random, n, 2), outline.closed}; break;
-        case 4: outline = {"comb", comb(n), outline.closed}; break;
-        case 5: outline = {"pinwheel", pinwheel(n), outline.closed}; break;
+        case 0:
+            outline = {"star", star(random, n), outline.closed};
+            break;
+        case 1:
+            outline = {"loose", scattered(random, n, 0), outline.closed};
+            break;
+        case 2:
+            outline = {"lattice", scattered(random, n, 1), outline.closed};
+            break;
+        case 3:
+            outline = {"nudged", scattered(random, n, 2), outline.closed};
+            break;
+        case 4:
+            outline = {"comb", comb(n), outline.closed};
+            break;
+        case 5:
+            outline = {"pinwheel", pinwheel(n), outline.closed};
+            break;
         case 6:
             outline = {"spiral", around(n, 3, [](double t) { return 9 * t; }), outline.closed};
             break;
         case 7:
             outline = {"circle", around(n, 1, [](double) { return 3.0; }), outline.closed};
             break;
-        default: outline = {"lattice", scattered(random, n, 1), true};
+        default:
+            outline = {"lattice", scattered(random, n, 1), true};
         }
         double const scale = i % 4 == 1 ? scales[random() % 10] : 1;
         qcVector<2> const shift = i % 4 == 2 ? qcVector<2>(1e6, -3e5) : qcVector<2>();

@@ -64,9 +64,9 @@ qc_InertiaData inertiaDataTriangle(qcVector<2> const& p1, qcVector<2> const& p2,
     double const theta = (p2 - p1).angle().toDouble();
     double const c = std::cos(theta), s = std::sin(theta);
     double const m01 = c * s * (x - y) + (c * c - s * s) * p;
-    return qc_InertiaData(a, f.position() + qcVector<2>(c * cx - s * cy, s * cx + c * cy),
-                          {c * c * x - 2 * c * s * p + s * s * y, m01, m01,
-                           s * s * x + 2 * c * s * p + c * c * y});
+    return qc_InertiaData(
+        a, f.position() + qcVector<2>(c * cx - s * cy, s * cx + c * cy),
+        {c * c * x - 2 * c * s * p + s * s * y, m01, m01, s * s * x + 2 * c * s * p + c * c * y});
 }
 
 }  // namespace
@@ -231,8 +231,8 @@ bool isSelfIntersecting(Points const& points, bool closed)
 
 qcRect encloseRect(Points const& points, qcXform<2> const& xform)
 {
-    bool const identity = qfRealEq(xform.trans(), {0, 0}, 1e-15) &&
-                          qfRealEq(xform.matrix(), qcMatrix<2>(), 1e-15);
+    bool const identity =
+        qfRealEq(xform.trans(), {0, 0}, 1e-15) && qfRealEq(xform.matrix(), qcMatrix<2>(), 1e-15);
     auto const place = [&](qcVector<2> const& p) { return identity ? p : xform * p; };
     qcRect rect = at(place(points.at(0)));
     for (auto const& p : points)
@@ -302,8 +302,8 @@ qc_InertiaData inertiaSum(qc_InertiaData const& a, qc_InertiaData const& b)
     auto const& n = b.inertiaMatrix();
     double const m00 = sa * m.element(0, 0) + sb * n.element(0, 0) + wa * (da.x() * da.x()) +
                        wb * (db.x() * db.x());
-    double const m01 = sa * m.element(0, 1) + sb * n.element(0, 1) + wa * da.x() * da.y() +
-                       wb * db.x() * db.y();
+    double const m01 =
+        sa * m.element(0, 1) + sb * n.element(0, 1) + wa * da.x() * da.y() + wb * db.x() * db.y();
     double const m11 = sa * m.element(1, 1) + sb * n.element(1, 1) + wa * (da.y() * da.y()) +
                        wb * (db.y() * db.y());
     return qc_InertiaData(total, c, {m00, m01, m01, m11});
@@ -330,8 +330,8 @@ qc_InertiaData inertiaDataPolygon(Points const& points)
     for (int pass = 1; pass <= 3; ++pass)
         for (std::size_t i = 0; i < triangles.size(); ++i) {
             double const area = triangles[i].area();
-            bool const take = pass == 3 ||
-                              (pass == 1 ? area > mean : area > t || (t < 0 && area < t));
+            bool const take =
+                pass == 3 || (pass == 1 ? area > mean : area > t || (t < 0 && area < t));
             if (used[i] || !take)
                 continue;
             used[i] = true;

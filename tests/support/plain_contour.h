@@ -1,5 +1,5 @@
-/// Questions about contours answered step by step on a plain point list, without caches or shortcuts:
-/// what the library's answers are compared with, bit for bit.
+/// Questions about contours answered step by step on a plain point list, without caches and
+/// shortcuts: what the library is compared with, bit for bit (moments up to rounding).
 #pragma once
 
 #include <cntr/moments.h>
@@ -32,8 +32,7 @@ qcVector<2> closestPoint(Points const& points, bool closed, qcVector<2> const& p
 std::vector<int> vertexIndex(Points const& points, qcVector<2> const& place, double tolerance);
 long extremalVertexIndex(Points const& points, double angle);
 
-Crossings crossings(Points const& points, bool closed, qcLineSeg const& segment,
-                    bool touchingEnds);
+Crossings crossings(Points const& points, bool closed, qcLineSeg const& segment, bool touchingEnds);
 bool isSelfIntersecting(Points const& points, bool closed);
 
 qcRect encloseRect(Points const& points, qcXform<2> const& xform);
