@@ -18,7 +18,7 @@ std::string line(ArchiveNode const& node)
     if (!node.role.empty())
         text += node.role + ": ";
     if (node.className.empty())
-        text += "null";
+        text += node.complete ? "null" : "unreadable";
     else if (node.reference)
         text += "see object " + std::to_string(node.object) + ", " + node.className;
     else
@@ -27,7 +27,7 @@ std::string line(ArchiveNode const& node)
     for (auto const& count : node.counts)
         text += ", " + std::to_string(count.second) + " " + count.first;
     return text + ", " + std::to_string(node.size) + " bytes at " + std::to_string(node.offset) +
-           "\n";
+           (node.complete ? "\n" : ", incomplete\n");
 }
 
 Row row(ArchiveNode const& node)
@@ -39,6 +39,7 @@ Row row(ArchiveNode const& node)
     result["size"] = node.size;
     result["object"] = node.object > 0 ? Row(node.object) : Row();
     result["reference"] = node.reference;
+    result["complete"] = node.complete;
     result["class"] = node.className.empty() ? Row() : Row(node.className);
     result["versions"] = node.versions.empty() ? Row() : Row(node.versions);
     result["counts"] = Row::object();

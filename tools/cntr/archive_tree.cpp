@@ -28,14 +28,19 @@ public:
     {
     }
 
-    std::size_t position() const { return position_; }
-
     void readAll()
     {
-        if (bytes_.empty())
-            throw Fault{eBadInput, "an archive without records"};
-        while (position_ < bytes_.size())
-            record("");
+        try {
+            if (bytes_.empty())
+                throw Fault{eBadInput, "an archive without records"};
+            while (position_ < bytes_.size())
+                record("");
+        } catch (Fault const& fault) {
+            tree_.status = fault.status;
+            tree_.fault = "byte " + std::to_string(position_) + ": " + fault.message;
+            while (!open_.empty())
+                close(false);
+        }
     }
 
 private:
@@ -281,6 +286,12 @@ private:
             reference();
         else if (tag != 0)
             throw Fault{eBadInput, "a pointer record that is neither null, new nor a reference"};
+        close(true);
+    }
+
+    void close(bool complete)
+    {
+        node().complete = complete;
         node().size = position_ - node().offset;
         open_.pop_back();
     }
@@ -328,13 +339,7 @@ private:
 ArchiveTree readArchiveTree(std::vector<unsigned char> const& bytes, std::size_t maxNodes)
 {
     ArchiveTree tree;
-    TreeReader reader(bytes, maxNodes, tree);
-    try {
-        reader.readAll();
-    } catch (Fault const& fault) {
-        tree.status = fault.status;
-        tree.fault = "byte " + std::to_string(reader.position()) + ": " + fault.message;
-    }
+    TreeReader(bytes, maxNodes, tree).readAll();
     return tree;
 }
 

@@ -18,13 +18,14 @@ struct ArchiveNode {
     std::string role;          ///< what it is to the record around it; empty at the top
     unsigned long object = 0;  ///< the number of the object made or referred to; 0 for null
     bool reference = false;    ///< to an object that stands elsewhere in the archive
+    bool complete = false;     ///< else the fault lies within it, and the size reaches to there
     std::string className;     ///< empty for null
     std::string versions;      ///< of the class and of its bases, in the order of their blocks
     std::vector<std::pair<std::string, unsigned long>> counts;  ///< of the lists in it
 };
 
 struct ArchiveTree {
-    std::vector<ArchiveNode> nodes;  ///< a record before the records in it; the good ones
+    std::vector<ArchiveNode> nodes;  ///< a record before the records in it
     ExitStatus status = eDone;       ///< eBadInput or eLimit after a fault
     std::string fault;               ///< with the byte where it was found; empty where all is well
 };

@@ -2,6 +2,8 @@
 #include "commands.h"
 #include "options.h"
 
+#include <memory>
+
 namespace qnTool {
 
 namespace {

@@ -4,6 +4,8 @@
 
 #include "read_outlines.h"
 
+#include <limits>
+#include <memory>
 #include <sstream>
 
 namespace qnTool {
@@ -80,30 +82,44 @@ Row lineRow(qcContour const& contour, qcVector<2> const& point, Row row)
     return row;
 }
 
-void locateIn(Shape const& shape, Points const& points, std::vector<Row>& rows, Picture& picture)
+/// What the picture shows of a point: the closest of all outlines, and whether any contains it.
+struct Nearest {
+    double distance = std::numeric_limits<double>::infinity();
+    qcVector<2> closest;
+    bool inside = false;
+};
+
+void locateIn(Shape const& shape, Points const& points, std::vector<Row>& rows,
+              std::vector<Nearest>& nearest)
 {
     std::unique_ptr<qcRegion> const region(shape.region.isNull() ? nullptr
                                                                  : new qcRegion(*shape.region));
-    for (auto const& point : points) {
+    for (std::size_t i = 0; i < points.size(); ++i) {
         Row row;
         row["name"] = shape.title();
-        row["point"] = pair(point);
-        row = region ? regionRow(*region, point, row) : lineRow(*shape.contour, point, row);
-        bool const inside = row["insideWithHoles"].is_boolean() && row["insideWithHoles"];
-        auto const& closest = row["closest"];
-        picture.query(point, {closest[0].get<double>(), closest[1].get<double>()}, inside);
+        row["point"] = pair(points[i]);
+        row = region ? regionRow(*region, points[i], row) : lineRow(*shape.contour, points[i], row);
+        auto& best = nearest[i];
+        double const distance = row["distance"];
+        if (distance < best.distance) {
+            best.distance = distance;
+            best.closest = {row["closest"][0], row["closest"][1]};
+        }
+        best.inside = best.inside || (region && row["insideWithHoles"]);
         rows.push_back(std::move(row));
     }
 }
 
-void locateInSet(qcRegionSet const& set, Points const& points, std::vector<Row>& rows)
+void locateInSet(qcRegionSet const& set, Points const& points, std::vector<Row>& rows,
+                 std::vector<Nearest>& nearest)
 {
-    for (auto const& point : points) {
+    for (std::size_t i = 0; i < points.size(); ++i) {
         Row row;
-        row["point"] = pair(point);
-        row["inside"] = set.inside(point, false);
-        row["insideWithHoles"] = set.inside(point, true);
-        row["distance"] = set.distToPoint(point, false, true, false);
+        row["point"] = pair(points[i]);
+        row["inside"] = set.inside(points[i], false);
+        row["insideWithHoles"] = set.inside(points[i], true);
+        row["distance"] = set.distToPoint(points[i], false, true, false);
+        nearest[i] = {0.0, points[i], row["insideWithHoles"]};
         rows.push_back(std::move(row));
     }
 }
@@ -115,19 +131,18 @@ void locate(Session& session, Options const& options)
     if (options.set)
         shapes = closedOnly(session, std::move(shapes), "a set");
     std::vector<Row> rows;
+    std::vector<Nearest> nearest(points.size());
+    if (options.set && !shapes.empty())
+        session.attempt("the set", [&] { locateInSet(setOf(shapes), points, rows, nearest); });
+    else
+        for (auto const& shape : shapes)
+            session.attempt(shape.place(), [&] { locateIn(shape, points, rows, nearest); });
     Picture picture(options.picture, "Points and what is closest to them");
     for (auto const& shape : shapes)
         picture.shape(shape);
-    if (options.set && !shapes.empty()) {
-        session.attempt("the set", [&] { locateInSet(setOf(shapes), points, rows); });
-        for (auto const& row : rows) {
-            auto const& p = row["point"];
-            qcVector<2> const point(p[0].get<double>(), p[1].get<double>());
-            picture.query(point, point, row["insideWithHoles"]);
-        }
-    } else {
-        for (auto const& shape : shapes)
-            session.attempt(shape.place(), [&] { locateIn(shape, points, rows, picture); });
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        bool const found = nearest[i].distance < std::numeric_limits<double>::infinity();
+        picture.query(points[i], found ? nearest[i].closest : points[i], nearest[i].inside);
     }
     writeWhole("-", reportText("points", rows, options.report));
     picture.save();
