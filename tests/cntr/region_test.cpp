@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <functional>
 
 using namespace qnTest;
@@ -34,22 +35,26 @@ void expectThrow(std::string const& message, std::function<void()> const& call)
 TEST(Region, TakesItsOutlineFromAnything)
 {
     Points const closedList{{0, 0}, {4, 0}, {4, 4}, {0, 0}};
-    qcContour const open(closedList, false, 7);
+    qcContour const open({{0, 0}, {4, 0}, {4, 4}}, false, 7);
+    EXPECT_EQ(open.length(), 8);  // an answer that does not hold for the region
+    double const around = 8 + std::sqrt(32);
     struct {
         char const* name;
         qcRegion region;
+        Points points;
         unsigned long label;
     } const cases[] = {
-        {"points", qcRegion(closedList, qcContourDefs::eIgnore), 0},
+        {"points", qcRegion(closedList, qcContourDefs::eIgnore), closedList, 0},
         {"polygon, its repeated end a vertex",
-         qcRegion(qcPolygon(closedList), qcContourDefs::eIgnore), 0},
-        {"open contour", qcRegion(open, qcContourDefs::eIgnore), 7},
+         qcRegion(qcPolygon(closedList), qcContourDefs::eIgnore), closedList, 0},
+        {"open contour", qcRegion(open, qcContourDefs::eIgnore), open.points(), 7},
     };
     for (auto const& c : cases) {
         SCOPED_TRACE(c.name);
-        EXPECT_EQ(c.region.points(), closedList);
+        EXPECT_EQ(c.region.points(), c.points);
         EXPECT_EQ(c.region.label(), c.label);
         EXPECT_TRUE(c.region.isClosed());
+        EXPECT_EQ(c.region.length(), around);
         EXPECT_TRUE(c.region.holes().empty());
     }
 }
