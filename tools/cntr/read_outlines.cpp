@@ -137,6 +137,7 @@ std::string takeName(TextSource& source)
     for (char& c : name)  // names reach terminals: nothing in them may steer one
         if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f)
             c = ' ';
+    name.erase(0, name.find_first_not_of(' '));
     while (!name.empty() && isBlank(name.back()))
         name.pop_back();
     return name;
