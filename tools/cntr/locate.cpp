@@ -65,7 +65,7 @@ Row regionRow(qcRegion& region, qcVector<2> const& point, Row row)
     row["insideWithHoles"] = region.inside(point, true);
     row["distance"] = region.distToPoint(point, false, true, false);
     row["closest"] = pair(region.closestPoint(point, false, true));
-    row["ring"] = hole + 2;
+    row["vertexRing"] = hole + 2;
     row["vertex"] = vertex;
     row["vertexAt"] = pair(region.closestPoint(point, true, true));
     return row;
@@ -76,7 +76,7 @@ Row lineRow(qcContour const& contour, qcVector<2> const& point, Row row)
     row["inside"] = row["insideWithHoles"] = Row();
     row["distance"] = contour.distToPoint(point, false);
     row["closest"] = pair(contour.closestPoint(point, false));
-    row["ring"] = 1;
+    row["vertexRing"] = 1;
     row["vertex"] = contour.closestVertexIndex(point);
     row["vertexAt"] = pair(contour.closestPoint(point, true));
     return row;

@@ -1,0 +1,330 @@
+// The command from outside: what it prints, what it writes, and the status it ends with.
+#include <cntr/cntr.h>
+#include <tools/cntr/archive_tree.h>
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cctype>
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+using nlohmann::json;
+
+struct Outcome {
+    int status;
+    std::string out, err;
+};
+
+std::string contentOf(fs::path const& file)
+{
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+/// Runs in a folder of its own.
+class Command : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        folder_ = fs::temp_directory_path() / ("cntr_command_test_" + std::to_string(::getpid()));
+        fs::remove_all(folder_);
+        fs::create_directory(folder_);
+        write("square.wkt",
+              "# sq\nPOLYGON ((0 0, 4 0, 4 4, 0 4, 0 0), (1 1, 2 1, 2 2, 1 2, 1 1))\n");
+        write("moved.wkt", "POLYGON ((2 3, 6 3, 6 7, 2 7))\n");
+        write("line.csv", "0,0\n3,4\n3,8\n");
+        write("eight.csv", "0,0\n10,10\n10,0\n0,10\n");
+        write("bad.wkt", "LINESTRING (0 0, 1 1)\nPOLYGON ((0 0, 1 x))\n");
+        write("hole.wkt", "# h\nPOLYGON ((0 0, 9 0, 9 9), (5 1, 6 1, 6 2), (8 1, 11 1, 11 2))\n" +
+                              contentOf(folder_ / "square.wkt"));
+    }
+    void TearDown() override { fs::remove_all(folder_); }
+
+    void write(char const* name, std::string const& text) const
+    {
+        std::ofstream(folder_ / name, std::ios::binary) << text;
+    }
+
+    /// `redirect` may send standard output elsewhere.
+    Outcome run(std::string const& arguments, std::string const& redirect = ">.out") const
+    {
+        std::string const line = "cd '" + folder_.string() +
+                                 "' && rm -f .out && '" CNTR_COMMAND "' " + arguments + " 2>.err " +
+                                 redirect;
+        int const status = std::system(line.c_str());
+        EXPECT_TRUE(WIFEXITED(status)) << arguments;
+        return {WEXITSTATUS(status), contentOf(folder_ / ".out"), contentOf(folder_ / ".err")};
+    }
+
+    std::string file(char const* name) const { return contentOf(folder_ / name); }
+
+    fs::path folder_;
+};
+
+/// The names of the elements of an XML document in order; fails unless they nest.
+std::vector<std::string> elementsOf(std::string const& xml)
+{
+    std::vector<std::string> all, open;
+    for (std::size_t at = xml.find('<'); at != std::string::npos; at = xml.find('<', at + 1)) {
+        std::size_t const end = xml.find('>', at);
+        EXPECT_NE(end, std::string::npos);
+        std::string const tag = xml.substr(at + 1, end - at - 1);
+        if (tag[0] == '?')
+            continue;
+        if (tag[0] == '/') {
+            EXPECT_FALSE(open.empty());
+            EXPECT_EQ(open.back(), tag.substr(1));
+            open.pop_back();
+            continue;
+        }
+        all.push_back(tag.substr(0, tag.find_first_of(" /")));
+        if (tag.back() != '/')
+            open.push_back(all.back());
+        EXPECT_EQ(std::count(tag.begin(), tag.end(), '"') % 2, 0) << tag;
+    }
+    EXPECT_TRUE(open.empty());
+    return all;
+}
+
+long countOf(std::vector<std::string> const& all, char const* one)
+{
+    return static_cast<long>(std::count(all.begin(), all.end(), one));
+}
+
+}  // namespace
+
+TEST_F(Command, EndsWithTheStatusOfWhatHappened)
+{
+    struct {
+        char const* arguments;
+        int status;
+        char const *out, *err;  // contained
+    } const cases[] = {
+        {"--help", 0, "locate", ""},
+        {"measure --help", 0, "--json", ""},
+        {"", 2, "", "subcommand"},
+        {"frobnicate", 2, "", ""},
+        {"measure", 2, "", "FILE"},
+        {"measure square.wkt --columns name,size", 2, "", "no column 'size'"},
+        {"measure square.wkt --precision 101", 2, "", "--precision"},
+        {"measure square.wkt --format xml", 2, "", "--format"},
+        {"locate square.wkt", 2, "", "--point X,Y"},
+        {"locate square.wkt --point 3", 2, "", "expected a separator"},
+        {"convert square.wkt out.xyz", 2, "", "--to"},
+        {"measure nothing.wkt line.csv", 3, "#1", "nothing.wkt: cannot be opened"},
+        {"measure .", 3, "", ".:1: reading failed"},
+        {"measure bad.wkt", 3, "1.414213562373095", "bad.wkt:2: expected y, a number"},
+        {"measure /dev/null", 3, "", "no outline"},
+        {"clean line.csv", 3, "", "line.csv:1: #1: an open outline"},
+        {"archive square.wkt", 3, "", "byte 1: a pointer record that is neither"},
+        {"measure square.wkt --format archive", 3, "", "record at byte 0: qcArchive::"},
+        {"measure hole.wkt --columns name", 4, "sq",
+         "hole.wkt:2: h: ring 3: qcContourDefs::BadParams (0x10004683): holes cannot intersect"},
+        {"measure hole.wkt bad.wkt --columns name", 4, "sq", "bad.wkt:2"},
+        {"hull line.csv -o /dev/full --to wkt", 6, "", "/dev/full: cannot be written: No space"},
+        {"convert square.wkt no/out.wkt", 6, "", "no/out.wkt: cannot be written"},
+        {"measure square.wkt --svg no/out.svg", 6, "sq", "no/out.svg: cannot be written"},
+    };
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.arguments);
+        auto const outcome = run(c.arguments);
+        EXPECT_EQ(outcome.status, c.status) << outcome.err;
+        EXPECT_NE(outcome.out.find(c.out), std::string::npos) << outcome.out;
+        EXPECT_NE(outcome.err.find(c.err), std::string::npos) << outcome.err;
+        EXPECT_EQ(outcome.err.empty(), c.status == 0) << outcome.err;
+    }
+    EXPECT_EQ(run("measure square.wkt", ">/dev/full").status, 6);
+    EXPECT_EQ(run("--help", ">/dev/full").status, 6);
+}
+
+TEST_F(Command, MeasuresOutlinesAndRegions)
+{
+    EXPECT_EQ(
+        run("measure line.csv square.wkt --columns name,closed,length,area,areaWithHoles").out,
+        "name  closed  length  area  areaWithHoles\n"
+        "#1        no       9     -              -\n"
+        "sq       yes      16    16             15\n");
+    EXPECT_EQ(run("measure - --closed --precision 2 --columns area,crosses <line.csv").out,
+              "area  crosses\n6.00       no\n");
+    auto const row = json::parse(run("measure square.wkt --json").out)["outlines"][0];
+    // The outline less a unit square around (1.5, 1.5).
+    double const c = (16 * 2 - 1.5) / 15;
+    double const xx = 64. / 3 + 16 * (2 - c) * (2 - c) - 1. / 12 - (1.5 - c) * (1.5 - c);
+    EXPECT_NEAR(row["centroidWithHoles"][0].get<double>(), c, 1e-12);
+    EXPECT_NEAR(row["inertia"][0].get<double>(), xx, 1e-12);
+    EXPECT_NEAR(row["solidity"].get<double>(), 15. / 16, 1e-12);
+    EXPECT_EQ(row["holes"], 1);
+    EXPECT_EQ(row["high"], json({4.0, 4.0}));
+    EXPECT_NEAR(row["fitRadii"][0].get<double>(), std::sqrt(8.0), 1e-9);
+    auto const set = json::parse(run("measure square.wkt moved.wkt --set --json").out)["sets"][0];
+    EXPECT_EQ(set["regions"], 2);
+    EXPECT_NEAR(set["areaWithHoles"].get<double>(), 31.0, 1e-12);
+    EXPECT_EQ(set["crosses"], true);
+}
+
+TEST_F(Command, LocatesPointsWithAndWithoutHoles)
+{
+    write("p.csv", "x,y\n5,4\n\n1.5,1.75\n");
+    auto const rows =
+        json::parse(run("locate square.wkt --point 3,3.5 -1,2 --points p.csv --json").out);
+    struct {
+        bool inside, withHoles;
+        double distance;
+        json closest;
+        int vertexRing;
+    } const expected[] = {{true, true, 0.5, {3.0, 4.0}, 1},
+                          {false, false, 1, {0.0, 2.0}, 2},
+                          {false, false, 1, {4.0, 4.0}, 1},
+                          {true, false, 0.25, {1.5, 2.0}, 2}};
+    ASSERT_EQ(rows["points"].size(), std::size(expected));
+    for (std::size_t i = 0; i < std::size(expected); ++i) {
+        auto const& row = rows["points"][i];
+        EXPECT_EQ(row["inside"], expected[i].inside) << row;
+        EXPECT_EQ(row["insideWithHoles"], expected[i].withHoles) << row;
+        EXPECT_NEAR(row["distance"].get<double>(), expected[i].distance, 1e-12) << row;
+        EXPECT_EQ(row["closest"], expected[i].closest) << row;
+        EXPECT_EQ(row["vertexRing"], expected[i].vertexRing) << row;
+    }
+    EXPECT_EQ(run("locate square.wkt moved.wkt --point 5,5").status, 2);
+    auto const set = json::parse(run("locate square.wkt --set --point 1.5,1.5 --json").out);
+    EXPECT_EQ(set["points"][0]["inside"], true);
+    EXPECT_EQ(set["points"][0]["insideWithHoles"], false);
+}
+
+TEST_F(Command, CleansCrossesMergesAndHulls)
+{
+    auto const clean = run("clean eight.csv --closed");
+    EXPECT_EQ(clean.status, 0);
+    EXPECT_NE(clean.err.find("1 crossings resolved"), std::string::npos) << clean.err;
+    EXPECT_NE(clean.out.find("5 5"), std::string::npos) << clean.out;
+    write("curl.csv", "0,0\n10,0\n10,10\n3,10\n3,4\n7,4\n7,12\n0,12\n");
+    auto const hull = run("clean - --closed --outer-hull <curl.csv");
+    EXPECT_NE(hull.err.find("% of the outline's length did not come back"), std::string::npos)
+        << hull.err;
+
+    auto const points = json::parse(run("cross square.wkt moved.wkt --json").out)["points"];
+    ASSERT_EQ(points.size(), 2u);
+    for (auto const& p : points) {
+        bool const right = p["point"] == json({4.0, 3.0});
+        EXPECT_TRUE(right || p["point"] == json({2.0, 4.0})) << p;
+        EXPECT_EQ(p["edge"], right ? 2 : 3) << p;  // edge k ends at vertex k
+        EXPECT_EQ(p["otherEdge"], right ? 1 : 0) << p;
+    }
+    auto const merged = run("merge square.wkt moved.wkt --outer-hull");
+    EXPECT_NE(merged.err.find("2 regions -> 1, area 32 -> "), std::string::npos) << merged.err;
+    EXPECT_NE(merged.err.find("of 1 holes 0 came back"), std::string::npos) << merged.err;
+    EXPECT_EQ(run("hull line.csv").out, "POLYGON ((0 0, 3 4, 3 8, 0 0))\n");
+}
+
+TEST_F(Command, ConvertsWithoutLossWhereTheFormatAllows)
+{
+    write("open.wkt", "LINESTRING (0 0, 0.1 1e-300)\n# 12\nPOLYGON ((0 0, 1 0, 1 1, 0 0))\n");
+    std::string const original = file("open.wkt");
+    ASSERT_EQ(run("convert open.wkt a.cntr").err, "");
+    EXPECT_EQ(run("convert a.cntr -").out, original);
+    ASSERT_EQ(run("convert open.wkt b.csv").status, 0);
+    EXPECT_EQ(run("convert b.csv - --to wkt").out, original);
+
+    EXPECT_NE(run("convert square.wkt s.cntr").err.find("no names"), std::string::npos);
+    EXPECT_EQ(run("measure s.cntr --columns area,areaWithHoles").out,
+              "area  areaWithHoles\n  16             15\n");
+    EXPECT_EQ(run("convert - t.cntr <s.cntr").status, 0);
+    EXPECT_EQ(file("s.cntr"), file("t.cntr"));
+    EXPECT_NE(run("convert s.cntr s.csv").err.find("CSV has no holes"), std::string::npos);
+
+    // What cannot be read does not touch what stands there, and nothing is left beside it.
+    EXPECT_EQ(run("convert nothing.wkt t.cntr").status, 3);
+    EXPECT_EQ(file("s.cntr"), file("t.cntr"));
+    for (auto const& entry : fs::directory_iterator(folder_))
+        EXPECT_EQ(entry.path().string().find(".part-"), std::string::npos) << entry.path();
+}
+
+TEST_F(Command, DrawsWellFormedPicturesOfWhatItFound)
+{
+    struct {
+        char const* arguments;
+        long paths, circles;
+    } const cases[] = {
+        {"measure square.wkt line.csv", 3, 1},  // both, an ellipse and its centre
+        {"locate square.wkt --point 3,3 9,9 --y-down", 3, 4},
+        {"clean eight.csv --closed -o c.wkt", 2, 1},
+        {"cross square.wkt moved.wkt", 2, 2},
+        {"merge square.wkt moved.wkt --outer-hull -o c.wkt", 3, 0},
+        {"hull line.csv -o c.wkt", 2, 0},
+    };
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.arguments);
+        ASSERT_EQ(run(std::string(c.arguments) + " --svg p.svg").status, 0);
+        auto const elements = elementsOf(file("p.svg"));
+        EXPECT_EQ(elements.at(0), "svg");
+        EXPECT_EQ(countOf(elements, "path"), c.paths);
+        EXPECT_EQ(countOf(elements, "circle"), c.circles);
+    }
+    run("locate square.wkt --point 1.5,3.9 --svg up.svg");
+    run("locate square.wkt --point 1.5,3.9 --svg down.svg --y-down");
+    EXPECT_NE(file("up.svg"), file("down.svg"));
+}
+
+TEST_F(Command, ShowsArchivesWithoutLoadingThem)
+{
+    run("convert square.wkt s.cntr");
+    std::string const good = file("s.cntr");
+    EXPECT_EQ(
+        run("archive s.cntr").out,
+        "object 1, qcRegionSet [qcRegionSet 1], 1 regions, " + std::to_string(good.size()) +
+            " bytes at 0\n"
+            "  region 1: object 2, qcRegion [qcRegion 1, qcContour 1], 4 points, 1 holes, 198 "
+            "bytes at 23\n"
+            "    hole 1: object 3, qcRegion [qcRegion 1, qcContour 1], 4 points, 0 holes, 99 "
+            "bytes at 122\n");
+    EXPECT_EQ(json::parse(run("archive s.cntr --json").out)["records"][2]["counts"]["points"], 4);
+
+    // Cut at every byte, and every byte changed: both readers say so or find a sound archive.
+    std::vector<unsigned char> const bytes(good.begin(), good.end());
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        auto const tree = qnTool::readArchiveTree({bytes.begin(), bytes.begin() + long(i)}, 100);
+        EXPECT_NE(tree.fault, "") << i;
+        for (int const change : {1, 2, 128, 255}) {
+            auto changed = bytes;
+            changed[i] = static_cast<unsigned char>(changed[i] ^ change);
+            bool loads = true;
+            try {
+                qcMemoryArchive archive(changed);
+                while (archive.remaining() > 0) {
+                    qcPersistent* loaded = nullptr;
+                    qcPersistent::serializePointer(archive, nullptr, loaded);
+                }
+            } catch (qcException const&) {
+                loads = false;
+            }
+            auto const fault = qnTool::readArchiveTree(changed, 100).fault;
+            EXPECT_TRUE(fault.empty() || !loads) << i << ' ' << change << ' ' << fault;
+        }
+    }
+    write("cut.cntr", good.substr(0, good.size() - 5));
+    auto const cut = run("archive cut.cntr");
+    EXPECT_EQ(cut.status, 3);
+    EXPECT_NE(cut.out.find("incomplete"), std::string::npos);
+    EXPECT_EQ(run("measure cut.cntr").status, 3);
+
+    std::string deep;  // each region the hole of the one before
+    std::string const region = good.substr(23, 122 - 23);
+    for (int i = 0; i < 1100; ++i)
+        deep += region;
+    write("deep.cntr", deep);
+    EXPECT_EQ(run("archive deep.cntr").status, 5);
+    EXPECT_EQ(run("measure deep.cntr").status, 5);
+}
