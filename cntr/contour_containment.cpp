@@ -20,6 +20,8 @@ std::optional<bool> qcContour::certainlyInside(qcVector<2> const& point) const
     qnInternal::Box const box{bounds().min, bounds().max};
     double const rayLength = 2 * encloseCircle(qcContourDefs::eFromFirstPoint).radius();
     qnInternal::ParityReach const reach(box, points_.size(), rayLength);
+    if (!reach.certain())
+        return std::nullopt;
     if (++containmentQueries_ <= kQueriesWithoutSlabs)
         return qnInternal::insideByAllEdges(points_, point, reach);
     slabIndex_ = std::make_shared<qnInternal::SlabIndex>(points_, box, reach);

@@ -11,10 +11,7 @@ double qcContour::length() const
         return 0.0;
     if (!length_) {
         double length = 0.0;
-        qnInternal::forEachEdge(points_, isClosed(),
-                                [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {
-                                    length += from.distance(to);
-                                });
+        qnInternal::forEachEdgeLength(points_, isClosed(), [&](double edge) { length += edge; });
         length_ = length;
     }
     return *length_;
@@ -45,10 +42,8 @@ double qcContour::medianFeatureSize() const
     if (!medianFeatureSize_) {
         std::vector<double> lengths;
         lengths.reserve(points_.size());
-        qnInternal::forEachEdge(points_, isClosed(),
-                                [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {
-                                    lengths.push_back(from.distance(to));
-                                });
+        qnInternal::forEachEdgeLength(points_, isClosed(),
+                                      [&](double edge) { lengths.push_back(edge); });
         // Largest first, NaN last: any other place for NaN would not be an order.
         auto const middle = lengths.begin() + static_cast<std::ptrdiff_t>(lengths.size() / 2);
         std::nth_element(lengths.begin(), middle, lengths.end(),

@@ -22,14 +22,10 @@ inline Box boxOf(qcVector<2> const& point)
 /// Grows `box` to hold `point`. A coordinate that is NaN changes nothing.
 inline void enclose(Box& box, qcVector<2> const& point)
 {
-    if (point.x() < box.min.x())
-        box.min.x(point.x());
-    if (point.x() > box.max.x())
-        box.max.x(point.x());
-    if (point.y() < box.min.y())
-        box.min.y(point.y());
-    if (point.y() > box.max.y())
-        box.max.y(point.y());
+    box.min = {point.x() < box.min.x() ? point.x() : box.min.x(),
+               point.y() < box.min.y() ? point.y() : box.min.y()};
+    box.max = {point.x() > box.max.x() ? point.x() : box.max.x(),
+               point.y() > box.max.y() ? point.y() : box.max.y()};
 }
 
 /// Whether closed boxes share a point: touching ones do.

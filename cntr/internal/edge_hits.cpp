@@ -7,6 +7,7 @@
 #include <qc/core/internal/plane.h>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace qnInternal {
@@ -16,12 +17,38 @@ namespace {
 /// Up to so many hits the exchange sort is as fast as any.
 constexpr std::size_t kMaxExchanged = 24;
 
+double absoluteSum(qcVector<2> const& v)
+{
+    return std::fabs(v.x()) + std::fabs(v.y());
+}
+
+/// Whether two offsets have one sign and squares above a limit.
+bool onOneSide(double first, double second, double squaredLimit)
+{
+    return (first > 0) == (second > 0) && first * first > squaredLimit &&
+           second * second > squaredLimit;
+}
+
 }  // namespace
 
 HitQuery::HitQuery(qcVector<2> const& a, qcVector<2> const& b, bool touchingEnds)
-    : a_(a), b_(b), direction_(b - a), box_(boxOf(b)), touchingEnds_(touchingEnds)
+    : a_(a), b_(b), direction_(b - a), squaredLength_(direction_ * direction_),
+      extent_(absoluteSum(a) + absoluteSum(b)), box_(boxOf(b)), touchingEnds_(touchingEnds)
 {
     enclose(box_, a);
+}
+
+bool HitQuery::surelyMisses(qcVector<2> const& from, qcVector<2> const& to) const
+{
+    double const extent = extent_ + absoluteSum(from) + absoluteSum(to);
+    if (!(extent <= kLargestRegular))
+        return false;
+    // A meeting point is within kOnSegment of both, up to some ulps of the coordinates.
+    double const margin = 4 * kOnSegment + 1e-12 * extent;
+    qcVector<2> const edge = to - from;
+    return onOneSide(direction_.cross(from - a_), direction_.cross(to - a_),
+                     squaredLength_ * (margin * margin)) ||
+           onOneSide(edge.cross(a_ - from), edge.cross(b_ - from), edge * edge * (margin * margin));
 }
 
 std::optional<qcVector<2>> HitQuery::meets(qcVector<2> const& from, qcVector<2> const& to) const
@@ -31,6 +58,8 @@ std::optional<qcVector<2>> HitQuery::meets(qcVector<2> const& from, qcVector<2> 
     Box edgeBox = boxOf(from);
     enclose(edgeBox, to);
     if (!overlap(edgeBox, box_))
+        return std::nullopt;
+    if (surelyMisses(from, to))
         return std::nullopt;
     qcVector<2> const edgeDirection = to - from;
     if (areParallel(edgeDirection, direction_))
@@ -47,7 +76,7 @@ std::optional<qcVector<2>> HitQuery::meets(qcVector<2> const& from, qcVector<2> 
 
 bool HitQuery::regular() const
 {
-    return largestCoordinate(box_) <= kLargestRegular && direction_ * direction_ >= kShortestSquare;
+    return largestCoordinate(box_) <= kLargestRegular && squaredLength_ >= kShortestSquare;
 }
 
 void HitQuery::sortAlong(std::vector<EdgeHit>& hits) const

@@ -40,6 +40,10 @@ public:
     void sortAlong(std::vector<EdgeHit>& hits) const;
 
 private:
+    /// True only where the edge lies off the segment's line, or the segment off the edge's, by more
+    /// than a meeting point can be off either.
+    bool surelyMisses(qcVector<2> const& from, qcVector<2> const& to) const;
+
     /// Where no two keys are equal every sort gives one order; else false, and nothing changed.
     bool sortByDistinctKeys(std::vector<EdgeHit>& hits) const;
 
@@ -48,6 +52,8 @@ private:
     qcVector<2> a_;
     qcVector<2> b_;
     qcVector<2> direction_;
+    double squaredLength_;
+    double extent_;  // sum of the absolute coordinates
     Box box_;
     bool touchingEnds_;
 };

@@ -26,32 +26,39 @@ EdgeIndex::EdgeIndex(std::vector<qcVector<2>> const& points, bool closed)
     boxes_.reserve(room);
     ways_.reserve(room);
     double notFinite = 0;  // becomes NaN with the first coordinate that is not finite
-    bool tooShort = false;
+    double shortest = 1;   // of the larger extents of edges that have one
+    // From the start of edge 0 on, the ends of the edges stand one behind the other.
     qcVector<2> from = edgeStart(points, closed, 0);
-    for (std::size_t k = 0; k < edgeCount_; ++k) {
-        if (k % kFan == 0) {
-            boxes_.push_back(boxOf(from));
-            ways_.push_back(0);
+    qcVector<2> const* to = closed ? points.data() : points.data() + 1;
+    for (std::size_t begin = 0; begin < edgeCount_; begin += kFan) {
+        std::size_t const count = std::min(kFan, edgeCount_ - begin);
+        Box box = boxOf(from);
+        Box along{};  // the extremes of the edges' directions, and 0
+        for (std::size_t i = 0; i < count; ++i, ++to) {
+            enclose(box, *to);
+            notFinite += (to->x() + to->y()) * 0.0;
+            qcVector<2> const direction = *to - from;
+            enclose(along, direction);
+            double const extent = std::max(std::fabs(direction.x()), std::fabs(direction.y()));
+            shortest = extent != 0 && extent < shortest ? extent : shortest;
+            from = *to;
         }
-        qcVector<2> const to = edgeEnd(points, closed, k);
-        enclose(boxes_.back(), to);
-        notFinite += to.x() * 0.0 + to.y() * 0.0;
-        qcVector<2> const along = to - from;
-        ways_.back() = static_cast<unsigned char>(ways_.back() | waysOf(along));
-        tooShort |= along * along < kShortestSquare && !(along == qcVector<2>());
-        from = to;
+        boxes_.push_back(box);
+        ways_.push_back(waysOf(along));
     }
-    notFinite += points.front().x() * 0.0 + points.front().y() * 0.0;
+    notFinite += (points.front().x() + points.front().y()) * 0.0;
     levelBegin_[1] = boxes_.size();
     addLevelsAbove();
     scale_ = largestCoordinate(rootBox());
-    regular_ = notFinite == 0 && !tooShort && scale_ <= kLargestRegular;
+    regular_ =
+        notFinite == 0 && shortest * shortest >= kShortestSquare && scale_ <= kLargestRegular;
 }
 
-unsigned EdgeIndex::waysOf(qcVector<2> const& along)
+unsigned char EdgeIndex::waysOf(Box const& along)
 {
-    return (along.x() < 0 ? kLeft : 0U) | (along.x() > 0 ? kRight : 0U) |
-           (along.y() < 0 ? kDown : 0U) | (along.y() > 0 ? kUp : 0U);
+    return static_cast<unsigned char>(
+        (along.min.x() < 0 ? kLeft : 0U) | (along.max.x() > 0 ? kRight : 0U) |
+        (along.min.y() < 0 ? kDown : 0U) | (along.max.y() > 0 ? kUp : 0U));
 }
 
 void EdgeIndex::addLevelsAbove()

@@ -129,7 +129,7 @@ private:
                (ways & (kDown | kUp)) == (kDown | kUp);
     }
 
-    static unsigned waysOf(qcVector<2> const& along);
+    static unsigned char waysOf(Box const& along);
     void addLevelsAbove();
 
     template <class Touches, class Visit>

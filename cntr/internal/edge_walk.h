@@ -3,6 +3,7 @@
 
 #include <qc/core/vector.h>
 
+#include <array>
 #include <cstddef>
 #include <vector>
 
@@ -35,6 +36,26 @@ void forEachEdge(std::vector<qcVector<2>> const& points, bool closed, Visit visi
     std::size_t const count = edgeCount(points.size(), closed);
     for (std::size_t k = 0; k < count; ++k)
         visit(k, edgeStart(points, closed, k), edgeEnd(points, closed, k));
+}
+
+/// Calls visit(length) for every edge, in edge order.
+template <class Visit>
+void forEachEdgeLength(std::vector<qcVector<2>> const& points, bool closed, Visit visit)
+{
+    if (closed && !points.empty())
+        visit(points.back().distance(points.front()));
+    // Roots by runs, which the compiler takes several at a time; the order is the same.
+    constexpr std::size_t kRun = 16;
+    std::array<double, kRun> lengths{};
+    std::size_t i = 0;
+    for (; i + kRun < points.size(); i += kRun) {
+        for (std::size_t j = 0; j < kRun; ++j)
+            lengths[j] = points[i + j].distance(points[i + j + 1]);
+        for (double const length : lengths)
+            visit(length);
+    }
+    for (; i + 1 < points.size(); ++i)
+        visit(points[i].distance(points[i + 1]));
 }
 
 }  // namespace qnInternal

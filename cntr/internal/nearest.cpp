@@ -113,7 +113,8 @@ Nearest nearestVertex(EdgeIndex const& index, std::vector<qcVector<2>> const& po
 
 bool isRegularPoint(qcVector<2> const& point)
 {
-    return largestCoordinate(boxOf(point)) <= kLargestRegular;
+    // One by one: the larger of a number and NaN may be the number.
+    return std::fabs(point.x()) <= kLargestRegular && std::fabs(point.y()) <= kLargestRegular;
 }
 
 }  // namespace qnInternal

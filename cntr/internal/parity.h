@@ -29,6 +29,10 @@ public:
     /// `box` bounds the `vertexCount` vertices; `rayLength` is that of the containment ray.
     ParityReach(Box const& box, std::size_t vertexCount, double rayLength);
 
+    /// Whether any point has an answer here. If not, the coordinates are too large, perhaps even for
+    /// the arithmetic of the slabs.
+    bool certain() const { return certain_; }
+
     /// Whether the ray from `point`, which lies in the box, is sure to leave the box.
     bool rayLeavesBox(qcVector<2> const& point) const;
 

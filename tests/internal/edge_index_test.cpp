@@ -1,0 +1,154 @@
+// What is found through an index is what the plain loops find, on every kind of outline.
+#include "cntr/internal/edge_hits.h"
+#include "cntr/internal/edge_index.h"
+#include "cntr/internal/farthest_pair.h"
+#include "cntr/internal/nearest.h"
+#include "cntr/internal/parity.h"
+#include "cntr/internal/self_crossing.h"
+#include "tests/support/outlines.h"
+#include "tests/support/plain_contour.h"
+#include "tests/support/plain_region.h"
+
+#include <qc/core/internal/plane.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+using namespace qnInternal;
+
+namespace {
+
+using Points = std::vector<qcVector<2>>;
+
+struct Indexed {
+    qnOutlines::Outline outline;
+    EdgeIndex index;
+};
+
+/// Outlines of which an index is regular; an index serves any number of edges, however few.
+std::vector<Indexed> indexed(unsigned seed, int count)
+{
+    std::vector<Indexed> all;
+    for (auto const& outline : qnOutlines::randomised(seed, count))
+        if (outline.points.size() >= 2)
+            all.push_back({outline, EdgeIndex(outline.points, outline.closed)});
+    all.erase(std::remove_if(all.begin(), all.end(),
+                             [](Indexed const& item) { return !item.index.regular(); }),
+              all.end());
+    EXPECT_GT(all.size(), static_cast<std::size_t>(count / 2));
+    return all;
+}
+
+/// Points of the outline, between its points and anywhere around them.
+Points places(Points const& points, std::mt19937& random)
+{
+    Points found;
+    for (int i = 0; i < 12; ++i) {
+        auto const& p = points[random() % points.size()];
+        auto const& q = points[random() % points.size()];
+        double const t = qnOutlines::uniform(random, -0.3, 1.3);
+        found.insert(found.end(), {p, p + (q - p) * t, qcVector<2>(p.x(), q.y()) * t});
+    }
+    return found;
+}
+
+TEST(EdgeIndex, NearestIsThatOfAllEdgesAndVertices)
+{
+    std::mt19937 random(3);
+    for (auto const& [outline, index] : indexed(21, 400)) {
+        SCOPED_TRACE(outline.name);
+        auto const edges = edgeCount(outline.points.size(), outline.closed);
+        for (auto const& place : places(outline.points, random)) {
+            std::size_t edge = 0;
+            auto const distance = [&](std::size_t k) {
+                return segmentDistance(edgeStart(outline.points, outline.closed, k),
+                                       edgeEnd(outline.points, outline.closed, k), place);
+            };
+            for (std::size_t k = 1; k < edges; ++k)
+                edge = distance(k) < distance(edge) ? k : edge;
+            EXPECT_EQ(nearestEdge(index, outline.points, outline.closed, place).index, edge);
+            auto const vertex = std::min_element(outline.points.begin(), outline.points.end(),
+                                                 [&](auto const& a, auto const& b) {
+                                                     return place.distance(a) < place.distance(b);
+                                                 });
+            EXPECT_EQ(outline.points.begin() +
+                          static_cast<long>(nearestVertex(index, outline.points, place).index),
+                      vertex);
+        }
+    }
+}
+
+TEST(EdgeIndex, ProposesEveryEdgeThatASegmentMeets)
+{
+    std::mt19937 random(5);
+    for (auto const& [outline, index] : indexed(22, 400)) {
+        SCOPED_TRACE(outline.name);
+        auto const ends = places(outline.points, random);
+        for (std::size_t i = 0; i + 1 < ends.size(); ++i) {
+            HitQuery const query(ends[i], ends[i + 1], true);
+            if (!query.regular())
+                continue;
+            std::vector<bool> proposed(index.leafCount(), false);
+            index.forEachLeaf(0, SegmentReach(ends[i], ends[i + 1], index.scale()),
+                              [&](std::size_t leaf) {
+                                  proposed[leaf] = true;
+                                  return false;
+                              });
+            for (std::size_t leaf = 0; leaf < index.leafCount(); ++leaf)
+                for (auto k = index.leafBegin(leaf); k < index.leafEnd(leaf); ++k)
+                    EXPECT_TRUE(proposed[leaf] ||
+                                !query.meets(edgeStart(outline.points, outline.closed, k),
+                                             edgeEnd(outline.points, outline.closed, k)));
+        }
+    }
+}
+
+TEST(EdgeIndex, FarthestPairAndSelfCrossingAreThoseOfAllPairs)
+{
+    int crossing = 0;
+    auto const all = indexed(23, 1500);
+    for (auto const& [outline, index] : all) {
+        SCOPED_TRACE(outline.name);
+        auto const plain = farthestPair(outline.points);
+        auto const found = farthestPair(outline.points, index);
+        EXPECT_EQ(found.distance, plain.distance);
+        EXPECT_EQ(found.first, plain.first);
+        EXPECT_EQ(found.second, plain.second);
+        bool const crosses = qnPlain::isSelfIntersecting(outline.points, outline.closed);
+        EXPECT_EQ(anyEdgeMeetsAnother(index, outline.points, outline.closed), crosses);
+        crossing += crosses;
+    }
+    EXPECT_GT(crossing, 100);
+    EXPECT_LT(crossing, static_cast<int>(all.size()) - 100);
+}
+
+TEST(Parity, WhereItIsCertainTheRayAgrees)
+{
+    std::mt19937 random(7);
+    int certain = 0;
+    for (auto const& [outline, index] : indexed(24, 1200)) {
+        if (outline.points.size() < 3)
+            continue;
+        SCOPED_TRACE(outline.name);
+        Box const& box = index.rootBox();
+        double reachOfRay = 0;
+        for (auto const& p : outline.points)
+            reachOfRay = std::max(reachOfRay, outline.points.front().distance(p));
+        ParityReach const reach(box, outline.points.size(), 2 * reachOfRay);
+        SlabIndex const slabs(outline.points, box, reach);
+        for (auto const& place : places(outline.points, random)) {
+            auto const byEdges = insideByAllEdges(outline.points, place, reach);
+            auto const bySlab = slabs.inside(outline.points, place);
+            EXPECT_TRUE(!byEdges || bySlab) << "a slab looks at fewer edges, so at fewer doubts";
+            if (!bySlab || !overlap(box, boxOf(place)))
+                continue;
+            ++certain;
+            EXPECT_EQ(*bySlab, qnPlain::insideCount(outline.points, place, false) % 2 == 1);
+            EXPECT_EQ(byEdges.value_or(*bySlab), *bySlab);
+        }
+    }
+    EXPECT_GT(certain, 1000);
+}
+
+}  // namespace
