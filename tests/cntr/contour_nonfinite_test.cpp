@@ -1,5 +1,6 @@
 // What each query gives where coordinates or arguments are not finite, in one table.
 #include "tests/support/contour_answers.h"
+#include "tests/support/plain_region.h"
 
 #include <cntr/region.h>
 
@@ -194,6 +195,37 @@ TEST(ContourNonFinite, AgreesWithThePlainStepsAnywhere)
         auto const answers = ask(contour, questions);
         ASSERT_EQ(difference(answers, askPlain(outline, questions)), "");
         ASSERT_EQ(difference(ask(contour, questions), answers), "") << "asked again";
+    }
+}
+
+/// Finite outlines of many vertices answer through an index, unless the question is not finite.
+TEST(ContourNonFinite, ManyVerticesAnswerAPlaceThatIsNotFinite)
+{
+    Outline outline{"", {}, true};
+    for (int i = 0; i < 100; ++i)
+        outline.points.push_back(qcVector<2>(5, qcRadian(i * 0.0628)));
+    for (double const odd : {kNaN, kInf, -kInf, 1e200})
+        for (qcVector<2> const& place : {qcVector<2>(odd, 1), {1, odd}, {odd, odd}}) {
+            OpenContour const contour(outline.points, true);
+            expectSame(contour.closestPoint(place, false),
+                       qnPlain::closestPoint(outline.points, true, place), "closest point");
+            EXPECT_EQ(contour.closestVertexIndex(place),
+                      qnPlain::closestVertexIndex(outline.points, place));
+        }
+}
+
+/// Coordinates whose differences leave the range of double, asked often enough for an index.
+TEST(ContourNonFinite, HugeRegionsAnswerEveryTime)
+{
+    for (double const size : {1e7, 1e200, 1.7e308}) {
+        SCOPED_TRACE(size);
+        Points const triangle{{-size, -size}, {size, -size}, {0, size}};
+        qcRegion const region(triangle, qcContourDefs::eIgnore);
+        for (int i = 0; i < 8; ++i) {
+            qcVector<2> const place(size * 0.1 * i, size * 0.05 * (i - 4));
+            EXPECT_EQ(region.inside(place, false),
+                      qnPlain::insideCount(triangle, place, false) % 2 == 1);
+        }
     }
 }
 
