@@ -6,7 +6,7 @@ packages=()
 for group; do
     case $group in
         build) packages+=(g++ cmake ninja-build libgtest-dev libcli11-dev nlohmann-json3-dev
-            python3) ;;  # python3: the code shown in the guides is a test
+            libpng-dev python3) ;;  # python3: the code shown in the guides is a test
         check) packages+=(clang clang-tidy clang-format libclang-rt-dev libbenchmark-dev
             python3 pkgconf binutils util-linux) ;;
         bench) packages+=(libbenchmark-dev) ;;

@@ -37,3 +37,8 @@ if(TARGET cntr)
     add_test(NAME docs.guide_code COMMAND guide_code
         WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})
 endif()
+
+# The examples, as programs that people copy from.
+if(CNTR_EXAMPLES AND TARGET cntr)
+    include(tests/examples/examples.cmake)
+endif()

@@ -1,0 +1,126 @@
+// The edge finder of examples/inspect_parts: against discs whose edges are known, and against
+// another program's measurement of the photograph.
+#include "report.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <fstream>
+
+namespace {
+
+struct Disc {
+    double x, y, radius;
+};
+
+/// Discs of level 180 on a ground that grows brighter, every pixel the mean of 64 places in it.
+Image drawn(int width, int height, std::vector<Disc> const& discs)
+{
+    constexpr int kParts = 8;
+    Image image(width, height);
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            int covered = 0;
+            for (int k = 0; k < kParts * kParts; ++k) {
+                double const px = x + (k % kParts + 0.5) / kParts - 0.5;
+                double const py = y + (k / kParts + 0.5) / kParts - 0.5;
+                covered += std::any_of(discs.begin(), discs.end(), [&](Disc const& disc) {
+                    return std::hypot(px - disc.x, py - disc.y) < disc.radius;
+                });
+            }
+            double const ground = 40 + 0.1 * x;
+            image.at(x, y) = ground + (180 - ground) * covered / (kParts * kParts);
+        }
+    }
+    return image;
+}
+
+TEST(InspectParts, FindsDiscsWithinATenthOfAPixel)
+{
+    std::vector<Disc> const discs{{40.3, 30.7, 20.0},
+                                  {120.0, 35.5, 25.25},
+                                  {60.8, 100.1, 12.0},
+                                  {150.0, 110.0, 24.0}};  // the last one runs out of the picture
+    auto const parts = findParts(drawn(160, 140, discs), PartSettings());
+    auto const regions = makeRegions(parts);
+    ASSERT_EQ(parts.size(), discs.size());
+    for (std::size_t k = 0; k < parts.size(); ++k) {
+        qcVector<2> const center = regions[k]->centerOfMass(false);
+        auto const disc =
+            *std::min_element(discs.begin(), discs.end(), [&](Disc const& a, Disc const& b) {
+                return std::hypot(center.x() - a.x, center.y() - a.y) <
+                       std::hypot(center.x() - b.x, center.y() - b.y);
+            });
+        SCOPED_TRACE(disc.x);
+        EXPECT_EQ(parts[k].touchesBorder, disc.x == 150.0);
+        // Blur of the pixels, the smoothing and the differences, of variance 1.5 in all, draws the
+        // strongest gradient of a round edge inwards by half of that over the radius.
+        double const radius = disc.radius - 0.75 / disc.radius;
+        for (qcEdgelet const& e : parts[k].edge) {
+            qcVector<2> const inward = qcVector<2>(disc.x, disc.y) - e.position();
+            EXPECT_NEAR(inward.len(), radius, 0.1);
+            // The angle points to the bright side, to within three codes.
+            double const off = e.angle().toRadian().toDouble() - inward.angle().toDouble();
+            EXPECT_GT(std::cos(off), std::cos(3 * qnAngle::kPi / 128));
+        }
+        if (parts[k].touchesBorder)
+            continue;
+        EXPECT_NEAR(center.x(), disc.x, 0.02);
+        EXPECT_NEAR(center.y(), disc.y, 0.02);
+        EXPECT_NEAR(std::sqrt(regions[k]->area(false) / qnAngle::kPi), radius, 0.01);
+    }
+}
+
+TEST(InspectParts, AgreesWithAFloodFromOpenCvOnEveryCoin)
+{
+    auto const parts = findParts(readPng(EXAMPLES "/data/coins.png"), PartSettings());
+    auto const measures = measure(makeRegions(parts), parts);
+    ASSERT_EQ(measures.size(), 24u);
+    std::ifstream file(EXAMPLES "/inspect_parts/opencv.csv");
+    std::string line;
+    std::getline(file, line);
+    std::vector<unsigned long> met;
+    while (std::getline(file, line)) {
+        double area = 0, x = 0, y = 0;
+        ASSERT_EQ(std::sscanf(line.c_str(), "%lf,%lf,%lf", &area, &x, &y), 3);
+        for (Measures const& m : measures) {
+            if (std::hypot(m.centroid.x() - x, m.centroid.y() - y) > 5)
+                continue;
+            SCOPED_TRACE(m.label);
+            met.push_back(m.label);
+            EXPECT_NEAR(m.area, area, 0.01 * area);
+            EXPECT_NEAR(m.centroid.x(), x, 0.25);
+            EXPECT_NEAR(m.centroid.y(), y, 0.25);
+            EXPECT_FALSE(m.touchesBorder);
+        }
+    }
+    std::sort(met.begin(), met.end());
+    EXPECT_EQ(std::unique(met.begin(), met.end()) - met.begin(), 24);
+}
+
+TEST(InspectParts, KeepsEdgePointsInTheArchive)
+{
+    auto const parts = findParts(drawn(90, 70, {{40.3, 30.7, 20.0}}), PartSettings());
+    TypedSet const set(makeRegions(parts));
+    std::string const path = testing::TempDir() + "inspect_parts.archive";
+    save(path, set);
+    EXPECT_TRUE(same(set, load(path)));
+
+    auto changed = parts;
+    auto& point = changed[0].edge[3];
+    point = qcEdgelet(point.position(), static_cast<unsigned short>(point.magnitude() + 1),
+                      point.angle());
+    EXPECT_FALSE(same(TypedSet(makeRegions(changed)), load(path)));
+    std::remove(path.c_str());
+}
+
+TEST(InspectParts, RefusesWhatIsNoPictureAndFindsNothingInAnEmptyOne)
+{
+    EXPECT_THROW(readPng(EXAMPLES "/data/coins.csv"), std::runtime_error);
+    EXPECT_THROW(readPng(EXAMPLES "/data/none.png"), std::runtime_error);
+    EXPECT_TRUE(findParts(Image(80, 60, 77.0), PartSettings()).empty());
+}
+
+}  // namespace
