@@ -74,9 +74,11 @@ step_symbols() {  # exactly the listed names are exported (release build, g++)
     done
 }
 
+step_docs() { mkdir -p build/docs && doxygen docs/Doxyfile; }  # no warning, no name without comment
+
 step_fuzz() { build fuzz && scripts/fuzz.sh build/fuzz/fuzz 10; }
 
-steps=(format house headers test symbols install clang tidy asan tsan fuzz)
+steps=(format house headers docs test symbols install clang tidy asan tsan fuzz)
 chosen=()
 for argument; do
     case $argument in
@@ -93,7 +95,7 @@ for argument; do
 done
 [[ ${#chosen[@]} -eq 0 ]] && chosen=("${steps[@]}")
 
-scripts/install_packages.sh build check || exit
+scripts/install_packages.sh build check docs || exit
 mkdir -p build
 for step in "${chosen[@]}"; do
     if [[ $step == fuzz ]] && ! compgen -G 'fuzz/*_fuzz.cpp' >/dev/null; then
