@@ -328,3 +328,76 @@ TEST_F(Command, ShowsArchivesWithoutLoadingThem)
     EXPECT_EQ(run("archive deep.cntr").status, 5);
     EXPECT_EQ(run("measure deep.cntr").status, 5);
 }
+
+TEST(ArchiveTree, KnowsTheRecordOfEveryClass)
+{
+    using Edges = std::vector<qcEdgelet>;
+    Edges const edges{{{0, 0}, 1, qcAngle8(2)}, {{3, 0}, 4, qcAngle8()}, {{3, 3}, 5, qcAngle8(6)}};
+    qcPtrHandle<qcRegion> const hole(new qcRegion({{2, 1}, {3, 1}, {3, 2}}));
+    auto* const region = new qcRegion({{0, 0}, {4, 0}, {4, 4}});
+    region->holes(std::vector<qcPtrHandle<qcRegion>>{hole, hole});
+    auto* const set =
+        new qcRegionSet(std::vector<qcPtrHandle<qcRegion>>{hole, qcPtrHandle<qcRegion>()});
+    auto* const typedSet = new qcRegionSetT<qcEdgelet>;
+    typedSet->add(hole, qcContourDefs::eIgnore);
+    qcPersistent* const objects[] = {new qcContour({{1, 2}, {3, 4}}),
+                                     region,
+                                     set,
+                                     new qcContourT<qcEdgelet>(edges),
+                                     new qcRegionT<qcEdgelet>(edges, 0),
+                                     typedSet,
+                                     new qcContourDefs::EmptyContour(L"one"),
+                                     new qcContourDefs::EmptyRegionSet,
+                                     new qcContourDefs::BadParams,
+                                     new qcContourDefs::RegionCannotBeSetOpen,
+                                     new qcBadPointer,
+                                     new qcMathError::Singular,
+                                     new qcPel::BadWindow,
+                                     new qcFitError::BadParams,
+                                     new qcFitError::NotFinite,
+                                     new qcFitError::TooFewPoints,
+                                     new qcFitError::Degenerate,
+                                     new qcFitError::NotAnEllipse,
+                                     new qcFitError::ResidualTooLarge,
+                                     new qcLine,
+                                     new qcLineSeg,
+                                     new qcRect,
+                                     new qcCircle,
+                                     new qc2XformLinear,
+                                     new qc2Rigid};
+    EXPECT_EQ(std::size(objects), qcPersistent::registeredClasses().size());
+    qcMemoryArchive all;
+    for (auto* const object : objects) {
+        std::size_t const start = all.bytes().size();
+        qcPersistent* none = nullptr;
+        qcPersistent::serializePointer(all, object, none);
+        auto const tree = qnTool::readArchiveTree(all.bytes(), 1000);
+        EXPECT_EQ(tree.fault, "");
+        auto node = tree.nodes.end();
+        while (--node, node->depth > 0) {}
+        EXPECT_EQ(node->offset, start) << node->className;
+        EXPECT_EQ(node->size, all.bytes().size() - start) << node->className;
+    }
+    all.close();
+    for (auto* const object : objects)
+        delete object;
+
+    // Records of version 0, whose former base stands in an archive but once.
+    std::string old;
+    for (int i = 0; i < 2; ++i) {
+        old += std::string("\1\x9\0\0\0qcContour\0", 15) + std::string(i == 0 ? 2 : 0, '\0') +
+               std::string(1 + 4 + 1 + 4 + 1, '\0');
+        old += std::string("\1\x8\0\0\0qcRegion\0", 14) + std::string(i == 0 ? 2 : 0, '\0') +
+               std::string(1 + 4 + 1 + 4, '\0');
+    }
+    std::vector<unsigned char> const bytes(old.begin(), old.end());
+    auto const tree = qnTool::readArchiveTree(bytes, 1000);
+    EXPECT_EQ(tree.fault, "");
+    EXPECT_EQ(tree.nodes.size(), 4u);
+    qcMemoryArchive loading(bytes);
+    for (int i = 0; i < 4; ++i) {
+        qcPersistent* loaded = nullptr;
+        qcPersistent::serializePointer(loading, nullptr, loaded);
+    }
+    EXPECT_EQ(loading.remaining(), 0u);
+}

@@ -273,7 +273,7 @@ private:
     void record(std::string const& role)
     {
         if (tree_.nodes.size() >= maxNodes_)
-            throw Fault{eLimit, "more than " + std::to_string(maxNodes_) + " records"};
+            throw Fault{eOverLimit, "more than " + std::to_string(maxNodes_) + " records"};
         open_.push_back(tree_.nodes.size());
         tree_.nodes.emplace_back();
         node().depth = open_.size() - 1;
@@ -299,8 +299,8 @@ private:
     void newObject()
     {
         if (++depth_ > static_cast<std::size_t>(qcArchive::kDefaultNestingLimit))
-            throw Fault{eLimit, "objects within objects beyond the limit of " +
-                                    std::to_string(qcArchive::kDefaultNestingLimit)};
+            throw Fault{eOverLimit, "objects within objects beyond the limit of " +
+                                        std::to_string(qcArchive::kDefaultNestingLimit)};
         std::string const name = text();
         Block const block = blockOf(name);
         if (!block)

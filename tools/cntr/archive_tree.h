@@ -26,7 +26,7 @@ struct ArchiveNode {
 
 struct ArchiveTree {
     std::vector<ArchiveNode> nodes;  ///< a record before the records in it
-    ExitStatus status = eDone;       ///< eBadInput or eLimit after a fault
+    ExitStatus status = eDone;       ///< eBadInput or eOverLimit after a fault
     std::string fault;               ///< with the byte where it was found; empty where all is well
 };
 

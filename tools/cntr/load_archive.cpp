@@ -32,8 +32,8 @@ private:
     Shape next(qcContour const& contour)
     {
         if (shapes_.size() >= Limits::kShapes)
-            throw CommandError(eLimit, file_ + ": more than " + std::to_string(Limits::kShapes) +
-                                           " outlines");
+            throw CommandError(eOverLimit, file_ + ": more than " +
+                                               std::to_string(Limits::kShapes) + " outlines");
         Shape shape;
         shape.file = file_;
         shape.number = ++number_;
@@ -96,7 +96,7 @@ void loadArchive(Session& session, std::string const& file, std::vector<unsigned
             qcPersistent::serializePointer(archive, nullptr, loaded);
             sink.add(loaded);
         } catch (qcArchive::NestingTooDeep const& error) {
-            session.fail(eLimit, place(start) + ": " + errorText(error));
+            session.fail(eOverLimit, place(start) + ": " + errorText(error));
             return;
         } catch (qcException const& error) {
             session.fail(eBadInput, place(start) + ": " + errorText(error));

@@ -27,7 +27,7 @@ int run(CLI::App& app, qnTool::Session& session, int argc, char** argv)
             session.fail(qnTool::eOutputLost, "standard output: cannot be written");
         return status == 0 && help ? session.status() : qnTool::eUsage;
     } catch (std::bad_alloc const&) {
-        session.fail(qnTool::eLimit, "out of memory");
+        session.fail(qnTool::eOverLimit, "out of memory");
     } catch (std::exception const& error) {
         session.fail(qnTool::eGeometry, error.what());
     }

@@ -178,7 +178,7 @@ std::string archiveBytes(Session& session, std::vector<Shape> const& shapes)
     try {
         (anyOpen ? storeEach : storeSet)(archive, shapes);
     } catch (qcArchive::NestingTooDeep const& error) {
-        throw CommandError(eLimit, errorText(error));
+        throw CommandError(eOverLimit, errorText(error));
     }
     archive.close();
     return {archive.bytes().begin(), archive.bytes().end()};

@@ -16,7 +16,7 @@ enum ExitStatus {
     eUsage = 2,
     eBadInput = 3,   ///< unreadable or malformed
     eGeometry = 4,   ///< the library refused an outline
-    eLimit = 5,      ///< too large, too deep, or out of memory
+    eOverLimit = 5,  ///< too large, too deep, or out of memory
     eOutputLost = 6  ///< the result could not be written
 };
 

@@ -64,7 +64,7 @@ bool makeShape(Session& session, Outline const& outline, Shape& shape)
 
 ExitStatus statusOf(ReadError const& error)
 {
-    return error.kind == ReadError::eLimit ? eLimit : eBadInput;
+    return error.kind == ReadError::eLimit ? eOverLimit : eBadInput;
 }
 
 void loadText(Session& session, std::istream& in, std::string const& file,
@@ -95,7 +95,7 @@ std::vector<unsigned char> takeAll(std::istream& in, std::string const& file)
     while (in.read(buffer, sizeof buffer), in.gcount() > 0) {
         bytes.insert(bytes.end(), buffer, buffer + in.gcount());
         if (bytes.size() > Limits::kBytes)
-            throw CommandError(eLimit,
+            throw CommandError(eOverLimit,
                                file + ": more than " + std::to_string(Limits::kBytes) + " bytes");
     }
     if (in.bad())
@@ -190,9 +190,9 @@ std::vector<Outline> outlinesOf(std::vector<Shape> const& shapes)
     auto const count = [&](qcContour const& contour) {
         points += contour.points().size();
         if (points > Limits::kPoints || outlines.size() > Limits::kShapes)
-            throw CommandError(eLimit, "the outlines written out would exceed " +
-                                           std::to_string(Limits::kPoints) + " points or " +
-                                           std::to_string(Limits::kShapes) + " outlines");
+            throw CommandError(eOverLimit, "the outlines written out would exceed " +
+                                               std::to_string(Limits::kPoints) + " points or " +
+                                               std::to_string(Limits::kShapes) + " outlines");
     };
     for (auto const& shape : shapes) {
         count(*shape.contour);
