@@ -89,6 +89,7 @@ std::string tableText(std::vector<Row> const& rows, std::vector<std::string> col
         for (auto const& item : rows.front().items())
             columns.push_back(item.key());
     std::vector<Column> table;
+    table.reserve(columns.size());
     for (auto const& key : columns)
         table.push_back(makeColumn(key, rows, precision));
 

@@ -43,7 +43,7 @@ int writeAll(int descriptor, std::string const& bytes)
 std::string behindLinks(std::string const& file)
 {
     char* const real = ::realpath(file.c_str(), nullptr);
-    std::string const result = real ? real : file;
+    std::string result = real ? real : file;
     std::free(real);
     return result;
 }
@@ -123,7 +123,7 @@ public:
     {
         if (!shape.region.isNull())
             return region(shape);
-        qcPtrHandle<qcContour> const copy(new qcContour(*shape.contour));
+        qcPtrHandle<qcContour> copy(new qcContour(*shape.contour));
         copy->label(labelOf(shape, ++position_));
         return copy;
     }
@@ -137,6 +137,7 @@ void storeSet(qcArchive& archive, std::vector<Shape> const& shapes)
 {
     Labelled labelled;
     std::vector<qcPtrHandle<qcRegion>> regions;
+    regions.reserve(shapes.size());
     for (auto const& shape : shapes)
         regions.push_back(labelled.region(shape));
     qcPtrHandle<qcRegionSet> const set(new qcRegionSet(regions));
