@@ -107,7 +107,9 @@ SlabIndex::SlabIndex(std::vector<qcVector<2>> const& outline, Box const& box,
 std::size_t SlabIndex::slabOf(double y) const
 {
     double const slab = (y - bottom_) * slabsPerUnit_;
-    return static_cast<std::size_t>(std::clamp(slab, 0.0, static_cast<double>(slabCount_ - 1)));
+    if (!(slab > 0))  // NaN for the bottom of an outline so flat that the scale is infinite
+        return 0;
+    return static_cast<std::size_t>(std::min(slab, static_cast<double>(slabCount_ - 1)));
 }
 
 std::optional<bool> SlabIndex::inside(std::vector<qcVector<2>> const& outline,
