@@ -47,8 +47,11 @@ struct EdgeHit;
 /// write: one object belongs to one thread at a time.
 class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepBase {
 public:
+    /// Empty, closed, label 0.
+    qcContour() : qcContour(std::vector<qcVector<2>>()) {}
+
     /// A contour of the points as they are.
-    explicit qcContour(std::vector<qcVector<2>> const& points = {}, bool closed = true,
+    explicit qcContour(std::vector<qcVector<2>> const& points, bool closed = true,
                        unsigned long label = 0);
 
     /// A contour of the polygon's vertices, closed exactly where the first and last of them agree

@@ -21,8 +21,11 @@
 /// orientation. The record of all zeros stands for an empty figure.
 class CNTR_EXPORT qc_InertiaData {
 public:
-    /// The record of these values; of an empty figure unless they are given.
-    explicit qc_InertiaData(double area = 0.0, qcVector<2> const& centerOfMass = qcVector<2>(),
+    /// The record of an empty figure.
+    qc_InertiaData() : qc_InertiaData(0.0) {}
+
+    /// The record of these values; centre (0, 0) and a matrix of zeros unless they are given.
+    explicit qc_InertiaData(double area, qcVector<2> const& centerOfMass = qcVector<2>(),
                             qcMatrix<2> const& inertiaMatrix = qcMatrix<2>(0.0, 0.0, 0.0, 0.0))
         : area_(area), centerOfMass_(centerOfMass), inertiaMatrix_(inertiaMatrix)
     {

@@ -20,9 +20,12 @@
 /// throw qcContourDefs::EmptyContour.
 class CNTR_EXPORT qcRegion : public virtual qcContour {
 public:
+    /// A region without points and holes, label 0.
+    qcRegion() : qcRegion(std::vector<qcVector<2>>()) {}
+
     /// A region of the points, label 0, without holes. `mode` says what becomes of an outline that
     /// crosses itself; what outerHull() and regularize() throw passes.
-    explicit qcRegion(std::vector<qcVector<2>> const& points = {},
+    explicit qcRegion(std::vector<qcVector<2>> const& points,
                       qcContourDefs::IntersectionMode mode = qcContourDefs::eIgnore);
 
     /// A region of the polygon's vertices, all of them.

@@ -23,9 +23,12 @@ class qc_EncloseRectCache;
 /// thread at a time.
 class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRepBase {
 public:
+    /// A set without regions.
+    qcRegionSet() : qcRegionSet(std::vector<qcPtrHandle_const<qcRegion>>()) {}
+
     /// A set of the given regions, in order. `mode` says what becomes of outlines that cross
     /// themselves or each other; what outerHull() and regularize() throw passes.
-    explicit qcRegionSet(std::vector<qcPtrHandle_const<qcRegion>> const& regions = {},
+    explicit qcRegionSet(std::vector<qcPtrHandle_const<qcRegion>> const& regions,
                          qcContourDefs::IntersectionMode mode = qcContourDefs::eIgnore);
     /// The same from handles to regions that may change.
     explicit qcRegionSet(std::vector<qcPtrHandle<qcRegion>> const& regions,
