@@ -107,10 +107,22 @@ void foundationExceptions()
         "ResidualTooLarge");
 }
 
+/// A user's record of objects, empty when made from nothing.
+struct Part {
+    qcContour outline;
+    qcRegion region;
+    qcRegionSet set;
+    qc_InertiaData moments;
+};
+
 }  // namespace
 
 int main()
 {
+    Part const part{};
+    expect(part.outline == qcContour() && part.region == qcRegion() && part.set == qcRegionSet() &&
+               part.moments.area() == 0.0,
+           "empty braces make empty objects");
     std::vector<qcVector<2>> const square{{0, 0}, {1, 0}, {1, 1}, {0, 1}};
     expect(qf_Area(square) == 1.0, "the unit square has area 1");
     expect(qcContour(square).length() == 4.0, "its outline has length 4");
