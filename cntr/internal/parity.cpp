@@ -79,8 +79,9 @@ SlabIndex::SlabIndex(std::vector<qcVector<2>> const& outline, Box const& box,
     });
     double const height = box.max.y() - box.min.y();
     auto const edges = static_cast<double>(outline.size());
-    double const wanted = climb > 0 ? kSpareEntries * edges * height / climb : 1;
-    slabCount_ = static_cast<std::size_t>(std::clamp(wanted, 1.0, edges));
+    double const wanted = kSpareEntries * edges * (height / climb);
+    // NaN where both overflow or there is no climb.
+    slabCount_ = wanted > 1 ? static_cast<std::size_t>(std::min(wanted, edges)) : 1;
     slabsPerUnit_ = height > 0 ? static_cast<double>(slabCount_) / height : 0;
 
     auto const forEachSlab = [&](auto visit) {
