@@ -77,7 +77,8 @@ private:
     {
         Box const& a = index_.box(nodes.level, nodes.a);
         Box const& b = index_.box(nodes.level, nodes.b);
-        if (squaredReach(a, b) * (1 + 1e-14) < lowest_)
+        double const reach = squaredReach(a, b);
+        if (reach * (1 + 1e-14) < lowest_ || reach == 0)  // all in one point: none is farther
             return;
         if (nodes.level == 0) {
             look(nodes.a, nodes.b);
