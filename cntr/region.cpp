@@ -53,7 +53,7 @@ qcRegion& qcRegion::operator=(qcRegion const& other)
         return *this;
     auto holes = other.holes_;  // may throw, like the line below; nothing after that does
     qcContour::operator=(other);
-    holes_ = std::move(holes);
+    holes_.swap(holes);  // the former ones go last: one of them may be, or hold, `other`
     centerWithHoles_ = other.centerWithHoles_;
     centerOfOutline_ = other.centerOfOutline_;
     areaWithHoles_ = other.areaWithHoles_;

@@ -1,6 +1,7 @@
 // A region and a point: containment, closest vertex, closest boundary point, distance.
 #include <cntr/region.h>
 
+#include "cntr/internal/nearest.h"
 #include "cntr/internal/ray_direction.h"
 
 #include <algorithm>
@@ -20,7 +21,10 @@ long qcRegion::insideCount(qcVector<2> const& point, bool twoRays) const
 {
     if (!encloseRect(qcXform<2>()).within(point))
         return 0;
-    auto const ray = qnInternal::rayDirection(points(), point);
+    auto const* const index = edgeIndex();
+    auto const ray = index && qnInternal::isRegularPoint(point)
+                         ? qnInternal::rayDirection(points(), *index, point)
+                         : qnInternal::rayDirection(points(), point);
     if (!ray)
         return 1;  // on a vertex
     double const length = 2 * encloseCircle(qcContourDefs::eFromFirstPoint).radius();

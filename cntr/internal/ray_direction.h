@@ -1,6 +1,8 @@
 /// The direction in which a ray from a point can count crossings of an outline.
 #pragma once
 
+#include "cntr/internal/edge_index.h"
+
 #include <qc/core/vector.h>
 
 #include <optional>
@@ -16,5 +18,10 @@ namespace qnInternal {
 /// one point and the count would be off by one.
 std::optional<qcVector<2>> rayDirection(std::vector<qcVector<2>> const& outline,
                                         qcVector<2> const& point);
+
+/// The same through a regular index of the closed outline, for a point within its bounds: looks at
+/// the vertices of one narrow wedge after the other until a gap is found.
+std::optional<qcVector<2>> rayDirection(std::vector<qcVector<2>> const& outline,
+                                        EdgeIndex const& index, qcVector<2> const& point);
 
 }  // namespace qnInternal

@@ -4,6 +4,7 @@
 #include "cntr/internal/farthest_pair.h"
 #include "cntr/internal/nearest.h"
 #include "cntr/internal/parity.h"
+#include "cntr/internal/ray_direction.h"
 #include "cntr/internal/self_crossing.h"
 #include "tests/support/outlines.h"
 #include "tests/support/plain_contour.h"
@@ -138,6 +139,10 @@ TEST(Parity, WhereItIsCertainTheRayAgrees)
         ParityReach const reach(box, outline.points.size(), 2 * reachOfRay);
         SlabIndex const slabs(outline.points, box, reach);
         for (auto const& place : places(outline.points, random)) {
+            if (outline.closed) {
+                EXPECT_EQ(rayDirection(outline.points, index, place),
+                          rayDirection(outline.points, place));
+            }
             auto const byEdges = insideByAllEdges(outline.points, place, reach);
             auto const bySlab = slabs.inside(outline.points, place);
             EXPECT_TRUE(!byEdges || bySlab) << "a slab looks at fewer edges, so at fewer doubts";
