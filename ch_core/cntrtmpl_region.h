@@ -54,6 +54,7 @@ qcRegionT<Datum>& qcRegionT<Datum>::operator=(qcRegionT const& other)
     // Copies that can throw come first; the one contour is assigned with the region part.
     auto data = other.data();
     auto typedHoles = other.typedHoles_;
+    auto const former = qcRegion::holes();  // `other` may be one of them
     qcRegion::operator=(other);
     this->takeData(other, std::move(data));
     typedHoles_ = std::move(typedHoles);

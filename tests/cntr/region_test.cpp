@@ -188,6 +188,9 @@ TEST(Region, CopiesShareHolesAndKeepCaches)
     source.points(square(0, 0, 20));
     EXPECT_EQ(source.area(true), 364);
     EXPECT_NE(source.centerOfMass(true), center);
+    qcRegion nest = regionOf(Figure{square(0, 0, 9), {{square(1, 1, 7), {{square(2, 2, 3), {}}}}}});
+    nest = *nest.holes().front();  // which nothing else holds
+    EXPECT_EQ(nest.area(true), 40);
 }
 
 TEST(Region, MapsAndDrawsItsOutlineAlone)
