@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # check.sh [--list] [--update] [STEP...]: what must hold before a change is merged. Stops at the
-# first step that fails and shows its output. --update rewrites the lists of exported names.
+# first step that fails and shows its output. --update rewrites the lists of exported names
+# and the counts of instructions.
 set -uo pipefail
 cd "$(dirname "$0")/.."
 jobs=$(nproc)
@@ -76,9 +77,15 @@ step_symbols() {  # exactly the listed names are exported (release build, g++)
 
 step_docs() { mkdir -p build/docs && doxygen docs/Doxyfile; }  # no warning, no name without comment
 
+step_instructions() {  # instruction counts of fixed workloads stay what they were
+    cmake --preset release -DCNTR_BENCH=ON &&
+        cmake --build --preset release --target workloads &&
+        scripts/instruction_counts.py build/release/bench/workloads ${update:+--update}
+}
+
 step_fuzz() { build fuzz && scripts/fuzz.sh build/fuzz/fuzz 10; }
 
-steps=(format house headers docs test symbols install clang tidy asan tsan fuzz)
+steps=(format house headers docs test symbols install clang tidy asan tsan instructions fuzz)
 chosen=()
 for argument; do
     case $argument in
