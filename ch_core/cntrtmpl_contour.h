@@ -166,11 +166,12 @@ void qcContourT<Datum>::serialize_(qcArchive& archive, unsigned char version)
     constexpr int kVersionLine = 98;
     if (version > 1)
         throw qcArchive::UnknownVersion(qnInternal::kTemplateFile, kVersionLine);
-    if (!archive.isStoring())
-        inverseValid_ =
-            false;  // first, so that a throw below leaves no inverse of another transform
     qcContour::dispatchSerialize(archive);
     qnInternal::streamData(archive, data_);
+    // After the contour, whose notification may have asked for a point; before the transform, so
+    // that a throw leaves no inverse of another one.
+    if (!archive.isStoring())
+        inverseValid_ = false;
     if (version == 1)
         qnInternal::streamHandle(archive, dataFromPointsXform_);
 }

@@ -338,14 +338,21 @@ TEST(DataCarrying, WhatIsNotProvidedThrowsAndTouchesNothing)
 
 TEST(DataCarrying, RecordsHoldWhatTheySay)
 {
-    // A new transform is read: the inverse of the old one must not serve any more.
-    Contour c(kEdgelets);
-    c.point(kEdgelets[0]);
+    // A new transform is read: the inverse of the old one must not serve any more, not even where
+    // a listener asks for it on the way.
+    struct Asking : qcChangeListener {
+        Contour of{kEdgelets};
+        void changed(qcPersistent const&) noexcept override { of.point(kEdgelets[0]); }
+    } asking;
+    Contour& c = asking.of;
+    c.tracking(true);
+    qcPersistent::addListener(asking);
     Contour const stored(kEdgelets, doubling());
     qcMemoryArchive out;
     out || const_cast<Contour&>(stored);
     qcMemoryArchive in(out.bytes());
     in || c;
+    qcPersistent::removeListener(asking);
     EXPECT_EQ(c.point(qcEdgelet({3, 4}, 0, qcAngle8(0))), qcVector<2>(1, 2));
     EXPECT_EQ(c.data(), kEdgelets);
     EXPECT_EQ(c.points(), stored.points());
