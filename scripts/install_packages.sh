@@ -8,8 +8,10 @@ for group; do
         build) packages+=(g++ cmake ninja-build libgtest-dev libcli11-dev nlohmann-json3-dev
             libpng-dev python3) ;;  # python3: the code shown in the guides is a test
         check) packages+=(clang clang-tidy clang-format libclang-rt-dev libbenchmark-dev
-            python3 pkgconf binutils util-linux) ;;
+            python3 pkgconf binutils util-linux valgrind) ;;
         bench) packages+=(libbenchmark-dev) ;;
+        peers) packages+=(libbenchmark-dev python3 pkgconf libgeos++-dev libcgal-dev libopencv-core-dev
+            libopencv-imgproc-dev libpolyclipping-dev libnanoflann-dev) ;;
         docs) packages+=(doxygen python3) ;;
         *) echo "install_packages.sh: there is no group '$group'" >&2; exit 2 ;;
     esac
