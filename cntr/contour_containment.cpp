@@ -6,8 +6,8 @@
 namespace {
 
 /// So many queries are answered by a loop over all edges; then the slabs are worth building
-/// (bench/region_bench.cpp).
-constexpr int kQueriesWithoutSlabs = 3;
+/// (bench/edge_index_bench.cpp).
+constexpr int kQueriesWithoutSlabs = 8;
 
 }  // namespace
 

@@ -17,7 +17,7 @@
 namespace qnInternal {
 
 /// Up to here the plain loop over all edges wins (bench/edge_index_bench.cpp).
-inline constexpr std::size_t kMaxPlainEdges = 48;
+inline constexpr std::size_t kMaxPlainEdges = 32;
 
 /// The part of the plane that a query segment can meet edges in. Sharper than the segment's box,
 /// which for a long oblique segment holds most of the outline.
