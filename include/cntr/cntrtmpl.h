@@ -14,7 +14,7 @@
 #include <vector>
 
 template <class Datum>
-class qcRegionT;
+class CNTR_EXPORT qcRegionT;
 
 /// A contour with one edge point per vertex, in the same order, and a transform that maps contour
 /// points to the positions of the data.
