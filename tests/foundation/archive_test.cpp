@@ -133,13 +133,13 @@ TEST(Archive, WritesOnePortableFormat)
 {
     Values values;
     Bytes const bytes = stored([&](qcArchive& ar) { stream(ar, values); });
-    Bytes const
-        expected = {1,    200,  0x00, 0x00, 0x00, 0x80, 0xFF, 0xFF, 0xFF, 0xFF,  // to the unsigned
-                    0x9A, 0x99, 0x99, 0x99, 0x99, 0x99, 0xB9, 0xBF,              // -0.1
-                    0,    0,    0,    0,    0,    0,    0xF8, 0x3F, 0,    0,
-                    0,    0,    0,    0,    0,    0xC0,  // the point
-                    0,    0,    0,    0,    0,    0,    0x08, 0x40, 0,    0,
-                    0,    0,    0,    0,    0x10, 0x40, 0xCD, 0xAB, 250};
+    // clang-format off
+    Bytes const expected = {
+        1, 200, 0x00, 0x00, 0x00, 0x80, 0xFF, 0xFF, 0xFF, 0xFF,  // to the unsigned
+        0x9A, 0x99, 0x99, 0x99, 0x99, 0x99, 0xB9, 0xBF,  // -0.1
+        0, 0, 0, 0, 0, 0, 0xF8, 0x3F, 0, 0, 0, 0, 0, 0, 0, 0xC0,  // the point
+        0, 0, 0, 0, 0, 0, 0x08, 0x40, 0, 0, 0, 0, 0, 0, 0x10, 0x40, 0xCD, 0xAB, 250};
+    // clang-format on
     EXPECT_EQ(bytes, expected);
 
     Values read{false, 0, 0, 0, 0.0, {}, {}};
@@ -170,68 +170,10 @@ TEST(Archive, RefusesWhatAFieldCannotHold)
     EXPECT_TRUE(storing.bytes().empty());
 
     Bytes const bytes = {3, 0, 0, 0, 1, 2, 3, 4, 5, 6, 7, 8};  // a count of 3 and 8 bytes
-    struct {
-        std::size_t each;
-        bool fits;
-    } const cases[] = {{0, true}, {2, true}, {3, false}};
-    for (auto const& c : cases) {
-        qcMemoryArchive archive(bytes);
-        if (c.fits)
-            EXPECT_EQ(archive.count(0, c.each), 3u);
-        else
-            EXPECT_THROW(archive.count(0, c.each), qcArchive::BadCount);
-    }
+    EXPECT_EQ(qcMemoryArchive(bytes).count(0, 2), 3u);
+    EXPECT_THROW(qcMemoryArchive(bytes).count(0, 3), qcArchive::BadCount);
     qcMemoryArchive bomb(Bytes{0xFF, 0xFF, 0xFF, 0xFF, 0});
     EXPECT_THROW(bomb.count(0, static_cast<std::size_t>(-1)), qcArchive::BadCount);
-}
-
-TEST(Archive, BringsSharedObjectsBackShared)
-{
-    qcPtrHandle<Node> const top = chain(2);
-    top->value = -5;
-    top->next = {top->next[0], qcPtrHandle<Node>(), top->next[0]};
-    Bytes const bytes = storedPointer(top.get());
-    EXPECT_EQ(top->refCount(), 1u) << "the archive has let go";
-    EXPECT_EQ(storedPointer(nullptr), Bytes{0});
-
-    qcPtrHandle<Node> loaded;
-    {
-        qcMemoryArchive archive(bytes);
-        qcPersistent* object = nullptr;
-        qcPersistent::serializePointer(archive, nullptr, object);
-        loaded = qcPtrHandle<Node>(dynamic_cast<Node*>(object));
-        EXPECT_FALSE(archive.isBeingLoaded(object));
-        EXPECT_EQ(archive.claim(object), nullptr) << "counted";
-    }
-    EXPECT_EQ(loaded->refCount(), 1u);
-    EXPECT_EQ(loaded->value, -5);
-    EXPECT_EQ(loaded->reInits, 1);
-    ASSERT_EQ(loaded->next.size(), 3u);
-    EXPECT_TRUE(loaded->next[1].isNull());
-    EXPECT_EQ(loaded->next[0], loaded->next[2]);
-    EXPECT_EQ(loaded->next[0]->refCount(), 2u);
-    EXPECT_EQ(storedPointer(loaded.get()), bytes);
-}
-
-TEST(Archive, SurvivesAnyDamageToAPointerRecord)
-{
-    ASSERT_EQ(living, 0);
-    qcPtrHandle<Node> top = chain(3);
-    top->next.push_back(top->next[0]);
-    Bytes const good = storedPointer(top.get());
-    top = qcPtrHandle<Node>();
-    for (std::size_t size = 0; size < good.size(); ++size)
-        EXPECT_NE(loadPointerError(Bytes(good.begin(), good.begin() + static_cast<long>(size))), 0);
-    for (std::size_t i = 0; i < good.size(); ++i) {
-        for (int change = 1; change < 256; ++change) {
-            Bytes bad = good;
-            bad[i] = static_cast<unsigned char>(bad[i] ^ change);
-            loadPointerError(bad);  // any archive exception, or an object
-            ASSERT_EQ(living, 0) << "byte " << i << " xor " << change << " leaked";
-        }
-    }
-    EXPECT_EQ(loadPointerError(good), 0);
-    EXPECT_EQ(living, 0) << "nobody took it";
 }
 
 TEST(Archive, NamesWhatIsWrongWithAPointerRecord)
@@ -240,25 +182,18 @@ TEST(Archive, NamesWhatIsWrongWithAPointerRecord)
     Bytes self = storedPointer(&node);
     self[self.size() - 4] = 1;                 // one neighbour:
     self.insert(self.end(), {2, 1, 0, 0, 0});  // object 1, itself
-    Bytes forward = self;
-    forward[forward.size() - 4] = 2;
     Bytes version = storedPointer(&node);
     version[version.size() - 4 - 4 - 2] = 4;
-    Bytes className = storedPointer(&node);
-    className[5] = 'X';
-    Bytes hugeName = className;
-    hugeName[4] = 0xFF;
     struct {
         char const* name;
         Bytes bytes;
         long error;
     } const cases[] = {
         {"to itself", self, 0},
-        {"forward reference", forward, qcArchive::BadReference("").errorNumber()},
         {"reference 0", {2, 0, 0, 0, 0}, qcArchive::BadReference("").errorNumber()},
         {"no such tag", {3}, qcArchive::ValueOutOfRange("").errorNumber()},
-        {"unknown class", className, qcArchive::UnknownClass("").errorNumber()},
-        {"name of 4 GB", hugeName, qcArchive::BadCount("").errorNumber()},
+        {"unknown class", {1, 1, 0, 0, 0, 'X'}, qcArchive::UnknownClass("").errorNumber()},
+        {"name of 4 GB", {1, 255, 255, 255, 255}, qcArchive::BadCount("").errorNumber()},
         {"version", version, qcArchive::UnknownVersion("", 0).errorNumber()},
     };
     for (auto const& c : cases) {
@@ -271,6 +206,7 @@ TEST(Archive, NamesWhatIsWrongWithAPointerRecord)
     qcPersistent* loaded = nullptr;
     qcPersistent::serializePointer(archive, nullptr, loaded);
     EXPECT_TRUE(dynamic_cast<Node*>(loaded)->sawItself);
+    EXPECT_EQ(dynamic_cast<Node*>(loaded)->reInits, 1);
     Unregistered unknown;
     EXPECT_THROW(storedPointer(&unknown), qcArchive::UnknownClass);
 }
@@ -278,21 +214,15 @@ TEST(Archive, NamesWhatIsWrongWithAPointerRecord)
 TEST(Archive, OwnsWhatNobodyCountsUntilItIsClaimed)
 {
     ASSERT_EQ(living, 0);
-    Bytes bytes;
-    {
-        Plain plain;
-        bytes = storedPointer(&plain);
-    }
+    Bytes bytes = storedPointer(std::make_unique<Plain>().get());
     bytes.insert(bytes.end(), {2, 1, 0, 0, 0});
     std::unique_ptr<qcPersistent> mine;
     for (bool claim : {false, true}) {
         qcMemoryArchive archive(bytes);
-        qcPersistent* loaded = nullptr;
-        qcPersistent* again = nullptr;
+        qcPersistent *loaded = nullptr, *again = nullptr;
         qcPersistent::serializePointer(archive, nullptr, loaded);
         if (claim) {
             mine = archive.claim(loaded);
-            EXPECT_EQ(mine.get(), loaded);
             EXPECT_EQ(archive.claim(loaded), nullptr);
             EXPECT_THROW(qcPersistent::serializePointer(archive, nullptr, again),
                          qcArchive::BadReference);
@@ -346,19 +276,6 @@ TEST(Archive, RemembersObjectsFromOpeningToClosing)
     EXPECT_THROW(other.loadSimple(storing), qcArchive::WrongDirection);
 }
 
-TEST(Archive, StoredObjectsKeepTheirAddressesToTheEnd)
-{
-    qcMemoryArchive archive;
-    for (int i = 0; i < 100; ++i) {
-        qcPtrHandle<Node> const node(new Node);  // without sharing: all at the same address
-        qcPersistent* none = nullptr;
-        qcPersistent::serializePointer(archive, node.get(), none);
-    }
-    archive.close();
-    EXPECT_EQ(archive.bytes().size(),
-              100 * storedPointer(qcPtrHandle<Node>(new Node).get()).size());
-}
-
 TEST(FileArchive, ReplacesAFileInOneStepOrNotAtAll)
 {
     namespace fs = std::filesystem;
@@ -369,8 +286,8 @@ TEST(FileArchive, ReplacesAFileInOneStepOrNotAtAll)
     auto const filesThere = [&] {
         return std::distance(fs::directory_iterator(folder), fs::directory_iterator());
     };
-    auto const store = [&](long value, bool close) {
-        qcFileArchive archive(path, qcFileArchive::eStore);
+    auto const store = [&](long value, bool close, char const* name = "saved") {
+        qcFileArchive archive(folder / name, qcFileArchive::eStore);
         archive || value;
         if (close)
             archive.close();
@@ -391,12 +308,7 @@ TEST(FileArchive, ReplacesAFileInOneStepOrNotAtAll)
     fs::create_symlink(path, folder / "link");
     store(7, false);
     EXPECT_EQ(load(), 6);
-    {
-        qcFileArchive archive(folder / "link", qcFileArchive::eStore);
-        long value = 8;
-        archive || value;
-        archive.close();
-    }
+    store(8, true, "link");
     EXPECT_EQ(load(), 8);
     EXPECT_TRUE(fs::is_symlink(folder / "link"));
     EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write);
@@ -417,19 +329,6 @@ TEST(FileArchive, ReplacesAFileInOneStepOrNotAtAll)
     EXPECT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
     EXPECT_THROW(qcFileArchive(folder / "pipe", qcFileArchive::eLoad), qcArchive::FileError);
     fs::remove_all(folder);
-}
-
-TEST(Factories, AreListedInOrderAndLeaveWithTheirLibrary)
-{
-    auto const names = qcPersistent::registeredClasses();
-    {
-        qc_Instantiator const late(typeid(Unregistered), Plain::make);
-        auto const more = qcPersistent::registeredClasses();
-        ASSERT_EQ(more.size(), names.size() + 1);
-        EXPECT_EQ(more.back(), "(anonymous namespace)::Unregistered");
-        EXPECT_TRUE(std::equal(names.begin(), names.end(), more.begin()));
-    }
-    EXPECT_EQ(qcPersistent::registeredClasses(), names);
 }
 
 }  // namespace

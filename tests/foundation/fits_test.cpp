@@ -7,7 +7,6 @@
 
 #include <cmath>
 #include <limits>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -74,41 +73,35 @@ TEST(EllipseFit, FindsKnownEllipsesAtEveryScaleAndPlace)
 {
     struct {
         char const* name;
-        double long_, short_, rotation, from, to, error;
+        double longer, rotation, from, to, error;  // the shorter radius is 1
     } const cases[] = {
-        {"plain", 3.0, 2.0, 0.4, 0.0, 2 * kPi, 1e-11},
-        {"nearly round", 1.0, 1.0 - 1e-5, 1.1, 0.0, 2 * kPi, 1e-9},
-        {"a thousand to one", 1000.0, 1.0, -0.7, 0.0, 2 * kPi, 1e-10},
-        {"a million to one", 1e6, 1.0, 0.3, 0.0, 2 * kPi, 1e-8},
-        {"half", 3.0, 2.0, 1.4, 0.0, kPi, 1e-10},
-        {"a twelfth", 3.0, 2.0, -1.2, 1.0, 1.0 + kPi / 6, 1e-6},
+        {"plain", 1.5, 0.4, 0.0, 2 * kPi, 1e-11},
+        {"nearly round", 1.0 + 1e-5, 1.1, 0.0, 2 * kPi, 1e-9},
+        {"a million to one", 1e6, 0.3, 0.0, 2 * kPi, 1e-8},
+        {"a twelfth", 1.5, -1.2, 1.0, 1.0 + kPi / 6, 1e-6},
     };
-    for (auto const& c : cases) {
-        for (double const scale : {1e-150, 1e-9, 1.0, 1e9, 1e150}) {
+    for (auto const& c : cases)
+        for (double const scale : {1e-150, 1.0, 1e150})
             for (double const shift : {0.0, 1e3}) {  // in sizes of the ellipse
                 SCOPED_TRACE(testing::Message() << c.name << " scale " << scale << " at " << shift);
-                qcVector<2> const center(shift * scale * c.long_, -2.0 * shift * scale * c.long_);
-                auto const points =
-                    onEllipse({center, {c.long_ * scale, c.short_ * scale}, qcRadian(c.rotation)},
-                              60, c.from, c.to);
+                qcVector<2> const center(shift * scale * c.longer, -2.0 * shift * scale * c.longer);
                 qcEllipseFitResults r;
-                qfEllipseFit(ellipseParams(c.rotation), points, r);
+                qfEllipseFit(ellipseParams(c.rotation),
+                             onEllipse({center, {c.longer * scale, scale}, qcRadian(c.rotation)},
+                                       60, c.from, c.to),
+                             r);
                 // A rounding of the coordinates is this much larger, to the short axis.
-                double const blur = 1.0 + shift * c.long_ / c.short_;
-                double const error = c.error * (shift > 0.0 ? blur : 1.0);
+                double const error = c.error * (shift > 0.0 ? 1.0 + shift * c.longer : 1.0);
                 if (error > 1e-3)
                     continue;
-                EXPECT_NEAR(r.ellipse.radii().x() / scale, c.long_, error * c.long_);
-                EXPECT_NEAR(r.ellipse.radii().y() / scale, c.short_, error * c.long_);
-                EXPECT_NEAR((r.ellipse.center() - center).x() / scale, 0.0, error * c.long_);
-                EXPECT_NEAR((r.ellipse.center() - center).y() / scale, 0.0, error * c.long_);
-                double const flat = c.long_ / (c.long_ - c.short_);
+                EXPECT_NEAR(r.ellipse.radii().x() / scale, c.longer, error * c.longer);
+                EXPECT_NEAR(r.ellipse.radii().y() / scale, 1.0, error * c.longer);
+                EXPECT_NEAR((r.ellipse.center() / scale - center / scale).len(), 0.0,
+                            2 * error * c.longer);
                 EXPECT_LT(axisDifference(r.ellipse.rotation().toDouble(), c.rotation),
-                          10 * error * flat);
-                EXPECT_LT(r.residual / scale, 1e-11 * c.long_ * (1.0 + shift));
+                          10 * error * c.longer / (c.longer - 1));
+                EXPECT_LT(r.residual / scale, 1e-11 * c.longer * (1.0 + shift));
             }
-        }
-    }
     // A speck far out: 1e-3 across at 1e6, where neighbouring doubles are 1e-10 apart.
     qcEllipseFitResults r;
     qfEllipseFit(ellipseParams(), onEllipse({{1e6, 1e6}, {1e-3, 5e-4}, qcRadian(0.5)}, 40), r);
@@ -154,11 +147,6 @@ TEST(EllipseFit, ResidualIsTheFirstOrderDistance)
     double const out = (121.0 - c) / 22.0;
     EXPECT_NEAR(r.residual, std::sqrt((in * in + out * out) / 2), 1e-10);
     EXPECT_NEAR(c, 101.0, 1e-9);
-    Points grid;  // a point at the very centre has no gradient
-    for (int i = 0; i < 9; ++i)
-        grid.emplace_back(i % 3, i / 3);
-    qfEllipseFit(ellipseParams(), grid, r);
-    EXPECT_LT(r.residual, 2.0);
 }
 
 TEST(Fits, RefuseWhatIsNoSuchCurve)
@@ -198,50 +186,26 @@ TEST(Fits, RefuseWhatIsNoSuchCurve)
 
 TEST(CircleFit, FindsKnownCirclesAtEveryScaleAndPlace)
 {
-    struct {
-        char const* name;
-        double sweep, error;
-    } const cases[] = {{"whole", 2 * kPi, 1e-13},
-                       {"half", kPi, 1e-12},
-                       {"tenth", kPi / 5, 1e-10},
-                       {"sliver", 0.01, 1e-6}};
-    for (auto const& c : cases) {
-        for (double const scale : {1e-150, 1e-9, 1.0, 1e9, 1e150, 1e307}) {
-            SCOPED_TRACE(testing::Message() << c.name << " scale " << scale);
+    double const cases[][2] = {{2 * kPi, 1e-13}, {kPi / 5, 1e-10}, {0.01, 1e-6}};
+    for (auto const& [sweep, error] : cases)
+        for (double const scale : {1e-150, 1.0, 1e150, 1e307}) {
+            SCOPED_TRACE(testing::Message() << sweep << " of a circle, scale " << scale);
             qcVector<2> const center(3.0 * scale, -4.0 * scale);
-            auto const points =
-                onEllipse({center, {scale, scale}, qcRadian()}, 30, 0.3, 0.3 + c.sweep);
             qcCircleFitResults r;
-            qfCircleFit(circleParams(), points, r);
-            EXPECT_NEAR(r.circle.radius() / scale, 1.0, 10 * c.error);
-            EXPECT_NEAR((r.circle.center() / scale - center / scale).len(), 0.0, 10 * c.error);
+            qfCircleFit(circleParams(),
+                        onEllipse({center, {scale, scale}, qcRadian()}, 30, 0.3, 0.3 + sweep), r);
+            EXPECT_NEAR(r.circle.radius() / scale, 1.0, 10 * error);
+            EXPECT_NEAR((r.circle.center() / scale - center / scale).len(), 0.0, 10 * error);
             EXPECT_LT(r.residual / scale, 1e-14);
         }
-    }
-}
-
-TEST(CircleFit, MinimisesTheDistancesAndReportsThem)
-{
-    std::mt19937 random(5);
-    std::normal_distribution<double> noise(0.0, 0.3);
+    // Pairs off a circle by +h and -h: the distances that remain.
     Points points;
-    for (int i = 0; i < 60; ++i)
-        points.emplace_back(qcVector<2>(10.0 + noise(random), qcRadian(0.03 * i)) +
-                            qcVector<2>(100, 50));
-    auto const rms = [&](qcVector<2> const& center, double radius) {
-        double sum = 0.0;
-        for (auto const& p : points)
-            sum += (p.distance(center) - radius) * (p.distance(center) - radius);
-        return std::sqrt(sum / static_cast<double>(points.size()));
-    };
+    for (int i = 0; i < 40; ++i)
+        points.emplace_back(i % 2 ? 11.0 : 9.0, qcRadian(i * kPi / 20));
     qcCircleFitResults r;
     qfCircleFit(circleParams(), points, r);
-    EXPECT_NEAR(r.residual, rms(r.circle.center(), r.circle.radius()), 1e-12);
-    for (int i = 0; i < 8; ++i) {  // no neighbour is better
-        qcVector<2> const center = r.circle.center() + qcVector<2>(1e-3, qcRadian(i * kPi / 4));
-        for (double const change : {-1e-3, 0.0, 1e-3})
-            EXPECT_GT(rms(center, r.circle.radius() + change), r.residual);
-    }
+    EXPECT_NEAR(r.circle.radius(), 10, 1e-12);
+    EXPECT_NEAR(r.residual, 1, 1e-12);
 }
 
 TEST(CircleFit, HonoursItsParameters)

@@ -95,16 +95,4 @@ TEST(SvgTablet, FitsThePictureWithYWhereAsked)
     }
 }
 
-TEST(RecordingTablet, KeepsSegmentsInOrder)
-{
-    qcRecordingTablet tablet;
-    qcUITablet& surface = tablet;
-    surface.drawLineSeg({1, 2}, {3, 4}, qcColor(9, 8, 7), qcUITablet::eOverlayLayer);
-    surface.drawLineSeg({5, 6}, {7, 8}, {}, qcUITablet::eImageLayer);
-    ASSERT_EQ(tablet.segments().size(), 2u);
-    EXPECT_TRUE(tablet.segments()[0].to == qcPair<double>(3, 4));
-    EXPECT_TRUE(tablet.segments()[0].color == qcColor(9, 8, 7));
-    EXPECT_EQ(tablet.segments()[1].layer, qcUITablet::eImageLayer);
-}
-
 }  // namespace
