@@ -72,8 +72,6 @@ TEST(ContourT, PointsAndDataFollowEachOther)
     EXPECT_EQ(c.point(qcEdgelet({3, 4}, 9, qcAngle8(9))), qcVector<2>(1, 2));
 
     EXPECT_EQ(Contour(kEdgelets).points(), positions(kEdgelets));
-    EXPECT_EQ(Contour(kEdgelets, XformHandle()).points(), positions(kEdgelets));
-    EXPECT_TRUE(Contour(kEdgelets).isClosed());
 }
 
 TEST(ContourT, WithoutTransformOnlyEmptyListsWork)
@@ -102,26 +100,18 @@ TEST(ContourT, ClonesTheCallersTransformAndSharesItsOwn)
     Contour const first(kEdgelets, mine);
     EXPECT_EQ(mine->refCount(), 1U);
     EXPECT_NE(first.dataFromPointsXform(), mine);
-    Contour const copy(first);
-    Contour assigned;
-    assigned.label(8);
+    Contour copy(first), assigned;
     assigned = first;
-    EXPECT_EQ(copy.dataFromPointsXform(), first.dataFromPointsXform());
     EXPECT_EQ(first.dataFromPointsXform()->refCount(), 4U);  // and the temporary one
-    EXPECT_TRUE(first == copy && first == assigned);
+    EXPECT_TRUE(first == copy && first == assigned && Contour() == Contour());
     EXPECT_TRUE(first != Contour(kEdgelets, mine));  // equal values, another transform
-    Contour relabelled(first);
-    relabelled.label(99);
-    relabelled.isClosed(false);
-    relabelled.cachedVectorSize(9);
-    EXPECT_TRUE(relabelled == first);
-    relabelled.points({{1, 1}});
-    EXPECT_TRUE(relabelled != first);
-    EXPECT_TRUE(Contour() == Contour());
+    copy.label(99);
+    copy.isClosed(false);
+    copy.cachedVectorSize(9);
+    EXPECT_TRUE(copy == first);
+    copy.points({{1, 1}});
+    EXPECT_TRUE(copy != first);
     EXPECT_EQ(Region(first, 5).dataFromPointsXform(), first.dataFromPointsXform());
-    Region const region(first, 5);
-    EXPECT_TRUE(region == Region(region));
-    EXPECT_TRUE(region != Region(kEdgelets, mine, 5));
 }
 
 /// A class that shows which calls come through the virtual slots.
@@ -132,20 +122,14 @@ public:
     std::string told;
 
 protected:
-    void cleanCacheInfo() override
-    {
-        told += 'c';
-        Base::cleanCacheInfo();
-    }
+    void cleanCacheInfo() override { told += 'c', Base::cleanCacheInfo(); }
     void makeDataConsistentWithPoints() override
     {
-        told += 'd';
-        Base::makeDataConsistentWithPoints();
+        told += 'd', Base::makeDataConsistentWithPoints();
     }
     void makePointsConsistentWithData() override
     {
-        told += 'p';
-        Base::makePointsConsistentWithData();
+        told += 'p', Base::makePointsConsistentWithData();
     }
 };
 
@@ -175,10 +159,6 @@ TEST(RegionT, HasOneContourThroughBothBases)
     Region r(kEdgelets, 7);
     EXPECT_EQ(static_cast<qcContour*>(static_cast<qcRegion*>(&r)),
               static_cast<qcContour*>(static_cast<Contour*>(&r)));
-    EXPECT_EQ(r.label(), 7U);
-    EXPECT_EQ(r.points(), positions(kEdgelets));
-    EXPECT_EQ(r.area(true), 16);
-    EXPECT_TRUE(r.inside({1, 1}, true));
     r.isClosed(true);
     EXPECT_THROW(r.isClosed(false), qcContourDefs::RegionCannotBeSetOpen);
     EXPECT_THROW(static_cast<qcContour&>(r).isClosed(false), qcContourDefs::RegionCannotBeSetOpen);
@@ -193,10 +173,6 @@ TEST(RegionT, HasOneContourThroughBothBases)
     EXPECT_EQ(fromOpen.length(), 16);  // of the closed outline
     Region empty;
     EXPECT_TRUE(empty.dataFromPointsXform().isNull());
-    empty = r;
-    EXPECT_EQ(empty.data(), kEdgelets);
-    EXPECT_EQ(empty.label(), 7U);
-    EXPECT_TRUE(empty == r);
 }
 
 TEST(RegionT, TypedHolesStayApart)
@@ -221,42 +197,25 @@ TEST(RegionT, TypedHolesStayApart)
 
 TEST(RegionT, DrawsTicksAcrossTheEdges)
 {
-    struct {
-        int code;
-        qcVector<2> half;
-    } const cases[] = {
-        {64, {0.5, 0}},
-        {0, {0, -0.5}},
-        {128, {0, 0.5}},
-        {192, {-0.5, 0}},
-        {96, qcVector<2>(0.5, qcRadian(qcDegree(45)))},
-        {63, qcVector<2>(0.5, qcRadian(qcDegree(255 * 1.40625)))},
-    };
-    for (auto const& c : cases) {
-        SCOPED_TRACE(c.code);
+    std::pair<int, qcVector<2>> const cases[] = {
+        {64, {0.5, 0}}, {0, {0, -0.5}}, {96, qcVector<2>(0.5, qcRadian(qcDegree(45)))}};
+    for (auto const& [code, half] : cases) {
+        SCOPED_TRACE(code);
         qcVector<2> const at(10, 20);
-        Region const r({{at, 1, qcAngle8(static_cast<unsigned char>(c.code))}}, 0);
+        Region const r({{at, 1, qcAngle8(static_cast<unsigned char>(code))}}, 0);
         qcRecordingTablet tablet;
-        qcRegion const& plain = r;
-        plain.draw(tablet, qcColor(1, 2, 3), qcUITablet::eOverlayLayer);
+        static_cast<qcRegion const&>(r).draw(tablet, qcColor(1, 2, 3), qcUITablet::eOverlayLayer);
         ASSERT_EQ(tablet.segments().size(), 1U);
         auto const& s = tablet.segments()[0];
-        EXPECT_NEAR(s.from.first(), at.x() + c.half.x(), 1e-14);
-        EXPECT_NEAR(s.from.second(), at.y() + c.half.y(), 1e-14);
-        EXPECT_NEAR(s.to.first(), at.x() - c.half.x(), 1e-14);
-        EXPECT_NEAR(s.to.second(), at.y() - c.half.y(), 1e-14);
-        EXPECT_EQ(s.color, qcColor(1, 2, 3));
-        EXPECT_EQ(s.layer, qcUITablet::eOverlayLayer);
+        qcVector<2> const from(s.from.first(), s.from.second()), to(s.to.first(), s.to.second());
+        EXPECT_LT(from.distance(at + half), 1e-14);
+        EXPECT_LT(to.distance(at - half), 1e-14);
+        EXPECT_TRUE(s.color == qcColor(1, 2, 3) && s.layer == qcUITablet::eOverlayLayer);
     }
     TypedHandle const region(new Region(kEdgelets, 0));
     qcRecordingTablet tablet;
-    region->draw(tablet, qcContourDefs::eOutline, qcColor(), qcUITablet::eImageLayer);
-    EXPECT_EQ(tablet.segments().size(), 4U);  // the outline
     Set({region, region}).draw(tablet, qcColor(), qcUITablet::eImageLayer);
-    EXPECT_EQ(tablet.segments().size(), 12U);
-    qcRegionSet(std::vector<Hole>{holeOf(square(0, 0, 1))})
-        .draw(tablet, qcColor(), qcUITablet::eImageLayer);
-    EXPECT_EQ(tablet.segments().size(), 12U);
+    EXPECT_EQ(tablet.segments().size(), 8U);
 }
 
 TEST(RegionSetT, BothListsHoldTheTypedRegions)
@@ -267,7 +226,6 @@ TEST(RegionSetT, BothListsHoldTheTypedRegions)
     EXPECT_EQ(set.regions()[0].get(), a.get());
     EXPECT_TRUE(set.regions()[1].isNull());
     EXPECT_EQ(set.regionsT()[2], b);
-    EXPECT_EQ(Set({a, b}).area(true), 8);
     qcPtrHandle<Region> const mine(new Region(kEdgelets, 0));
     Set const fromMutable(std::vector<qcPtrHandle<Region>>{mine});
     EXPECT_EQ(mine->refCount(), 3U);
@@ -292,19 +250,15 @@ TEST(RegionSetT, PlainRegionsGetTypedOnesMadeFromTheirOutlines)
     auto const typed = set.regionsT();
     ASSERT_EQ(typed.size(), 2U);
     EXPECT_NE(typed[0], first);  // made anew as well, without what its data said
-    EXPECT_EQ(typed[1]->points(), plain->points());
     EXPECT_EQ(typed[1]->data(), bare(plain->points()));
     EXPECT_EQ(typed[1]->label(), 0U);
     EXPECT_TRUE(typed[1]->qcRegion::holes().empty());
-    EXPECT_NE(typed[0]->dataFromPointsXform(), typed[1]->dataFromPointsXform());
     EXPECT_EQ(typed[1]->dataFromPointsXform()->mapPoint({3, 4}), qcVector<2>(3, 4));
     EXPECT_EQ(set.area(true), 4 + 15);
-
     EXPECT_THROW(set.regions(std::vector<Hole>{plain, Hole(), plain}, kIgnore), qcBadPointer);
     EXPECT_EQ(set.regions().size(), 3U);
     ASSERT_EQ(set.regionsT().size(), 3U);  // built up to the null
     EXPECT_EQ(set.regionsT()[0]->points(), plain->points());
-
     // A mode works on the plain list alone.
     Set merging({typedSquare(0, 0)});
     merging.add(holeOf(square(1, 1, 2)), qcContourDefs::eRegularize);
@@ -327,13 +281,6 @@ TEST(DataCarrying, WhatIsNotProvidedThrowsAndTouchesNothing)
     for (auto const& call : calls)
         EXPECT_THROW(call(), qcPel::BadWindow);
     EXPECT_EQ(describe(&c) + describe(&r) + describe(&s), before);
-    // The inherited forms serve.
-    qcContour mapped;
-    c.map(xform, mapped);
-    EXPECT_EQ(mapped.points()[0], qcVector<2>(1, 1));
-    qcRegion plain;
-    r.map(xform, plain);
-    EXPECT_EQ(plain.label(), 3U);
 }
 
 TEST(DataCarrying, RecordsHoldWhatTheySay)

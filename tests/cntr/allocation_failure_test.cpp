@@ -51,42 +51,29 @@ std::vector<Operation> operations()
 {
     static qcXform<2> const xform(qcMatrix<2>(0, -1, 1, 0), {1, 2});
     static Bytes const archive = store(Bench().set);
+    using B = Bench;
+    // clang-format off
     return {
-        {"copy a region with holes", [](Bench& b) { b.region = b.holed; }},
-        {"copy a set with caches", [](Bench& b) { b.result = b.set; }},
-        {"map a contour", [](Bench& b) { b.crossing.qcContour::map(xform, b.contour); }},
-        {"map a region", [](Bench& b) { b.holed.map(xform, b.region); }},
-        {"regularize", [](Bench& b) { b.crossing.regularize(b.region); }},
-        {"outer hull", [](Bench& b) { b.crossing.outerHull(b.region); }},
-        {"convex hull", [](Bench& b) { b.crossing.convexHull(b.region); }},
-        {"merge a set", [](Bench& b) { b.set.regularize(b.result); }},
-        {"hulls of a set", [](Bench& b) { b.set.outerHull(b.result); }},
-        {"rectangle", [](Bench& b) { b.number = b.set.encloseRect(xform).size().x(); }},
-        {"inside",
-         [](Bench& b) {
-             b.number = b.holed.inside({3, 3}, true) + 2;
-         }},
-        {"crossings",
-         [](Bench& b) { b.number = double(b.crossing.intersections(b.holed, true).size()); }},
-        {"copy edge points", [](Bench& b) { b.typedResult = b.typed; }},
-        {"vertices near",
-         [](Bench& b) {
-             b.number = double(b.holed.vertexIndex({0, 0}, 1).size());
-         }},
-        {"extremal vertex",
-         [](Bench& b) { b.number = double(b.holed.extremalVertexIndex(qcRadian(1))); }},
-        {"ellipse",
-         [](Bench& b) {
-             qcEllipse ellipse;
-             b.crossing.fitEllipse(ellipse, b.number);
-         }},
-        {"store", [](Bench& b) { b.bytes = store(b.set); }},
-        {"load",
-         [](Bench& b) {
-             auto const loaded = load(archive);
-             b.result = dynamic_cast<qcRegionSet&>(*loaded.object);
-         }},
+        {"copy a region with holes", [](B& b) { b.region = b.holed; }},
+        {"copy a set with caches", [](B& b) { b.result = b.set; }},
+        {"map a contour", [](B& b) { b.crossing.qcContour::map(xform, b.contour); }},
+        {"map a region", [](B& b) { b.holed.map(xform, b.region); }},
+        {"regularize", [](B& b) { b.crossing.regularize(b.region); }},
+        {"outer hull", [](B& b) { b.crossing.outerHull(b.region); }},
+        {"convex hull", [](B& b) { b.crossing.convexHull(b.region); }},
+        {"merge a set", [](B& b) { b.set.regularize(b.result); }},
+        {"hulls of a set", [](B& b) { b.set.outerHull(b.result); }},
+        {"rectangle", [](B& b) { b.number = b.set.encloseRect(xform).size().x(); }},
+        {"inside", [](B& b) { b.number = b.holed.inside({3, 3}, true) + 2; }},
+        {"crossings", [](B& b) { b.number = double(b.crossing.intersections(b.holed, true).size()); }},
+        {"copy edge points", [](B& b) { b.typedResult = b.typed; }},
+        {"vertices near", [](B& b) { b.number = double(b.holed.vertexIndex({0, 0}, 1).size()); }},
+        {"extremal vertex", [](B& b) { b.number = double(b.holed.extremalVertexIndex(qcRadian(1))); }},
+        {"ellipse", [](B& b) { qcEllipse ellipse; b.crossing.fitEllipse(ellipse, b.number); }},
+        {"store", [](B& b) { b.bytes = store(b.set); }},
+        {"load", [](B& b) { b.result = dynamic_cast<qcRegionSet&>(*load(archive).object); }},
     };
+    // clang-format on
 }
 
 struct Outcome {

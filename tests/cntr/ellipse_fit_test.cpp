@@ -1,11 +1,6 @@
 // Ellipses for points and for moments: what comes out when the fit serves, and when it does not.
-#include "tests/support/outlines.h"
-
 #include <cntr/contour.h>
 #include <cntr/ellipse_fit.h>
-
-#include <qc/core/circle_fit.h>
-#include <qc/core/ellipse_fit.h>
 
 #include <gtest/gtest.h>
 
@@ -22,8 +17,6 @@ TEST(FitEllipse, FallsBackToACircleAndThenToNothing)
     qcEllipse const given(qcEllipse::qcEllipseGeom({5, -2}, {3, 1}, qcRadian(0.4)));
     for (int i = 0; i < 12; ++i)
         onEllipse.push_back(given.pointAt(qcRadian(0.5 * i)));
-    Points const three{{0, 0}, {2, 0}, {0, 2}};
-    Points const line{{0, 0}, {1, 0}, {2, 0}, {3, 0}, {4, 0}, {5, 0}};
     enum Outcome { eEllipse, eCircle, eNothing };
     struct {
         char const* name;
@@ -31,10 +24,8 @@ TEST(FitEllipse, FallsBackToACircleAndThenToNothing)
         Outcome outcome;
     } const cases[] = {
         {"on an ellipse", onEllipse, eEllipse},
-        {"three points", three, eCircle},
-        {"on a line", line, eNothing},
-        {"two points", {{0, 0}, {1, 1}}, eNothing},
-        {"all the same", Points(9, {1, 1}), eNothing},
+        {"three points", {{0, 0}, {2, 0}, {0, 2}}, eCircle},
+        {"on a line", {{0, 0}, {1, 0}, {2, 0}, {3, 0}, {4, 0}, {5, 0}}, eNothing},
         {"none", {}, eNothing},
         {"NaN", {{0, 0}, {1, 0}, {NAN, 3}, {0, 1}, {2, 2}, {3, 1}}, eNothing},
     };
@@ -44,10 +35,6 @@ TEST(FitEllipse, FallsBackToACircleAndThenToNothing)
         double residual = 9, residualAgain = 9;
         qf_FitEllipse(c.points, ellipse, residual);
         if (c.outcome == eEllipse) {
-            qcEllipseFitResults results;
-            qfEllipseFit({qcEllipseFitDefs::fit_mode(0), qcRadian(0.0), 0, HUGE_VAL}, c.points,
-                         results);
-            EXPECT_TRUE(ellipse == results.ellipse && residual == results.residual);
             EXPECT_LT(ellipse.center().distance(given.center()), 1e-9);
             EXPECT_LT(ellipse.radii().distance(given.radii()), 1e-9);
         } else if (c.outcome == eCircle) {
@@ -64,15 +51,11 @@ TEST(FitEllipse, FallsBackToACircleAndThenToNothing)
             edgelets.emplace_back(p, static_cast<unsigned short>(1), qcAngle8(9));
         qf_FitEllipse(edgelets, again, residualAgain);
         EXPECT_TRUE(again == ellipse && residualAgain == residual);
-        if (c.points.size() < 2)
-            continue;
-        for (bool const closed : {false, true}) {
-            qcContour const contour(c.points, closed);
-            for (int times = 0; times < 2; ++times) {
-                contour.fitEllipse(again, residualAgain);
-                EXPECT_TRUE(again == ellipse && residualAgain == residual);
-                residualAgain = 3;
-            }
+        qcContour const contour(c.points, false);
+        for (int times = 0; times < 2 && c.points.size() > 1; ++times) {
+            residualAgain = 3;
+            contour.fitEllipse(again, residualAgain);
+            EXPECT_TRUE(again == ellipse && residualAgain == residual);
         }
     }
 }
@@ -81,30 +64,21 @@ TEST(EllipseFromInertia, HasTheMomentsOfTheRecord)
 {
     double const large = kPi * 27 / 4, small = kPi * 3 / 4;
     double const even = std::pow(16 / (3 * kPi), 0.25), c = std::cos(0.7), s = std::sin(0.7);
+    double const most = c * c * large + s * s * small, least = s * s * large + c * c * small;
+    double const mixed = c * s * (large - small), thin = 1.1e-12;
     struct {
         char const* name;
         qcMatrix<2> moments;
         double a, b, angle;
     } const cases[] = {
         {"square", {4 / 3.0, 0, 0, 4 / 3.0}, even, even, 0},
-        {"along x", {large, 0, 0, small}, 3, 1, 0},
         {"along y", {small, 0, 0, large}, 3, 1, kPi / 2},
-        {"aslant",
-         {c * c * large + s * s * small, c * s * (large - small), c * s * (large - small),
-          s * s * large + c * c * small},
-         3,
-         1,
-         0.7},
-        {"aslant the other way",
-         {c * c * large + s * s * small, -c * s * (large - small), -c * s * (large - small),
-          s * s * large + c * c * small},
-         3,
-         1,
-         -0.7},
+        {"aslant", {most, mixed, mixed, least}, 3, 1, 0.7},
+        {"aslant the other way", {most, -mixed, -mixed, least}, 3, 1, -0.7},
         {"just thick enough",
-         {1, 0, 0, 1.1e-12},
-         std::pow(16 / (kPi * kPi * 1.1e-12), 0.125),
-         std::pow(16 * std::pow(1.1e-12, 3) / (kPi * kPi), 0.125),
+         {1, 0, 0, thin},
+         std::pow(16 / (kPi * kPi * thin), 0.125),
+         std::pow(16 * std::pow(thin, 3) / (kPi * kPi), 0.125),
          0},
     };
     for (auto const& k : cases)

@@ -28,21 +28,6 @@ TEST(GoldenArchive, FilesOfEveryVersionComeBack)
     }
 }
 
-TEST(GoldenArchive, TheRegionRecordIsTheDocumentedOne)
-{
-    Composer c;
-    c.newObject("qcRegion").byte(1).contour(5, {{0, 0}, {9, 0}, {0, 9}}).byte(0).number(3);
-    c.newObject("qcRegion").byte(1).contour(0, {{1, 1}, {2, 1}, {1, 2}}).byte(0).number(0);
-    c.null().reference(2);
-    auto const loaded = load(c.bytes());
-    auto const& holes = dynamic_cast<qcRegion&>(*loaded.object).holes();
-    ASSERT_EQ(holes.size(), 3U);
-    EXPECT_EQ(holes[0], holes[2]);
-    EXPECT_TRUE(holes[1].isNull());
-    EXPECT_EQ(holes[0]->refCount(), 2U);
-    EXPECT_EQ(store(*loaded.object), c.bytes());
-}
-
 TEST(GoldenArchive, FactoriesStandInTheirOrder)
 {
     std::vector<std::string> const order{"qcContourDefs::EmptyContour",
@@ -111,27 +96,6 @@ TEST(ArchiveGraph, KeepsSharingCountsAndBytes)
         // Through a handle more on the side of what was built nothing could hide.
         EXPECT_EQ(describe(loaded.object, true), describe(graph.object, true));
     }
-}
-
-TEST(ArchiveGraph, OneArchiveSharesBetweenRoots)
-{
-    Handle const shared(new qcRegion(std::vector<qcVector<2>>{{0, 0}, {1, 0}, {0, 1}}));
-    qcRegionSet first({shared});
-    qcRegionSet second({shared, shared});
-    qcMemoryArchive out;
-    out || first || second;
-    EXPECT_THROW(out || first, qcArchive::AlreadyStreamed);
-    out.close();
-    EXPECT_EQ(shared->refCount(), 4U);
-
-    qcRegionSet a;
-    qcRegionSet b;
-    qcMemoryArchive in(out.bytes());
-    in || a || b;
-    in.close();
-    EXPECT_EQ(in.remaining(), 0U);
-    EXPECT_EQ(a.regions()[0], b.regions()[1]);
-    EXPECT_EQ(a.regions()[0]->refCount(), 4U);  // three and the copy of the list in this line
 }
 
 }  // namespace

@@ -19,14 +19,8 @@ constexpr long long kMemoryPerByte = 64;  // an object of many members may take 
     if (refused)
         *refused = false;
     Root loaded;
-    long long peak = 0;
+    Allocations allocations;
     try {
-        Allocations const allocations;
-        struct AtEnd {
-            Allocations const& allocations;
-            long long& peak;
-            ~AtEnd() { peak = allocations.peakBytes(); }
-        } const atEnd{allocations, peak};
         loaded = load(bytes);
     } catch (qcArchive::Errors const&) {
         if (refused)
@@ -34,6 +28,7 @@ constexpr long long kMemoryPerByte = 64;  // an object of many members may take 
     } catch (std::exception const& error) {
         return ::testing::AssertionFailure() << "reading threw " << error.what();
     }
+    auto const peak = allocations.peakBytes();
     if (peak > kMemoryFloor + kMemoryPerByte * static_cast<long long>(bytes.size()))
         return ::testing::AssertionFailure() << "reading took " << peak << " bytes";
     if (!loaded.object)
@@ -132,35 +127,22 @@ TEST(HostileArchive, EveryByteOfEveryRecordAsAnyVersion)
 
 TEST(HostileArchive, InnerVersionsAreNamed)
 {
-    auto const contour = [](int legacyBase, int points) {
-        Composer c;
-        return c.newObject("qcContour").byte(0).byte(legacyBase).byte(0).byte(points).bytes();
-    };
-    auto const region = [](int legacyBase) {
-        return Composer().newObject("qcRegion").byte(0).byte(legacyBase).byte(0).bytes();
-    };
+    auto const object = [](char const* name) { return Composer().newObject(name); };
     struct {
-        char const* name;
         Bytes bytes;
         char const* file;
         int line;
     } const cases[] = {
-        {"legacy base of a contour", contour(1, 0), "cntr/contour", 890},
-        {"point list", contour(0, 1), nullptr, 0},
-        {"legacy base of a region", region(9), "cntr/region", 812},
-        {"hole list", Composer().newObject("qcRegion").byte(1).contour(0, {}).byte(1).bytes(),
-         nullptr, 0},
-        {"region list", Composer().newObject("qcRegionSet").byte(1).byte(0).byte(7).bytes(),
-         nullptr, 0},
-        {"data list",
-         Composer().newObject("qcContourT<qcEdgelet>").byte(1).contour(0, {}).byte(3).bytes(),
-         nullptr, 0},
-        {"base of the exceptions",
-         Composer().newObject("qcContourDefs::BadParams").byte(0).byte(1).bytes(),
-         "qcContourDefs::Errors", 0},
+        {object("qcContour").byte(0, 1, 0, 0).bytes(), "cntr/contour", 890},  // legacy base
+        {object("qcContour").byte(0, 0, 0, 1).bytes(), nullptr, 0},           // point list
+        {object("qcRegion").byte(0, 9, 0).bytes(), "cntr/region", 812},       // legacy base
+        {object("qcRegion").byte(1).contour(0, {}).byte(1).bytes(), nullptr, 0},
+        {object("qcRegionSet").byte(1, 0, 7).bytes(), nullptr, 0},
+        {object("qcContourT<qcEdgelet>").byte(1).contour(0, {}).byte(3).bytes(), nullptr, 0},
+        {object("qcContourDefs::BadParams").byte(0, 1).bytes(), "qcContourDefs::Errors", 0},
     };
     for (auto const& c : cases) {
-        SCOPED_TRACE(c.name);
+        SCOPED_TRACE(&c - cases);
         try {
             load(c.bytes);
             ADD_FAILURE() << "was read";
@@ -178,21 +160,17 @@ TEST(HostileArchive, CountsWithNothingBehindThemAreRefused)
         Composer upToCount;
     } const cases[] = {
         {"class name", Composer().byte(1)},
-        {"points", Composer().newObject("qcContour").byte(1).byte(0).number(0).byte(1).byte(0)},
+        {"points", Composer().newObject("qcContour").byte(1, 0).number(0).byte(1, 0)},
         {"holes", Composer().newObject("qcRegion").byte(1).contour(0, {}).byte(0)},
-        {"regions", Composer().newObject("qcRegionSet").byte(1).byte(0).byte(0)},
+        {"regions", Composer().newObject("qcRegionSet").byte(1, 0, 0)},
         {"typed regions", Composer()
                               .newObject("qcRegionSetT<qcEdgelet>")
-                              .byte(0)
-                              .byte(1)
-                              .byte(0)
-                              .byte(0)
+                              .byte(0, 1, 0, 0)
                               .number(0)
                               .number(3)
                               .byte(0)},
         {"data", Composer().newObject("qcContourT<qcEdgelet>").byte(1).contour(0, {}).byte(0)},
-        {"message",
-         Composer().newObject("qcContourDefs::BadParams").byte(0).byte(0).byte(0).byte(0)},
+        {"message", Composer().newObject("qcContourDefs::BadParams").byte(0, 0, 0, 0)},
     };
     for (auto const& c : cases)
         for (unsigned long const count : {5UL, 0x7FFFFFFFUL, 0x80000000UL, 0xFFFFFFFFUL}) {
@@ -210,7 +188,7 @@ TEST(HostileArchive, ListsWithinListsCannotClaimTheSameBytes)
     Composer c;
     for (int level = 0; level < 900; ++level) {
         auto const left = filler.size() - 64;
-        c.newObject("qcRegion").byte(1).contour(0, {}).byte(0).number(left);
+        c.newRegion(left);
     }
     Bytes bytes = c.bytes();
     bytes.insert(bytes.end(), filler.begin(), filler.end());
@@ -221,100 +199,33 @@ TEST(HostileArchive, ListsWithinListsCannotClaimTheSameBytes)
 
 TEST(HostileArchive, MadeUpObjects)
 {
-    auto const region = [](unsigned long holes) {
-        return Composer()
-            .newObject("qcRegion")
-            .byte(1)
-            .contour(1, {{0, 0}, {4, 0}, {0, 4}})
-            .byte(0)
-            .number(holes);
+    auto const region = [] { return Composer().newRegion(1, {{0, 0}, {4, 0}, {0, 4}}); };
+    auto const object = [](char const* name) { return Composer().newObject(name); };
+    auto const set = [&](unsigned long regions) {
+        return object("qcRegionSet").byte(1, 0, 0).number(regions);
     };
-    auto const set = [](unsigned long regions) {
-        return Composer().newObject("qcRegionSet").byte(1).byte(0).byte(0).number(regions);
-    };
+    auto exception = set(2), transform = object("qcContourT<qcEdgelet>");
+    exception.newObject("qcContourDefs::EmptyContour").byte(0, 0, 0, 0).number(0);
+    transform.byte(1).contour(0, {{1, 1}}).byte(0).number(0).newObject("qcRegionSet");
     struct {
         char const* name;
         Bytes bytes;
         bool refused;
     } const cases[] = {
-        {"a hole that is the region", region(1).reference(1).bytes(), true},
-        {"a reference forward", region(1).reference(2).bytes(), true},
-        {"a reference to nothing", region(1).reference(0).bytes(), true},
-        {"a chain of two that closes",
-         region(1)
-             .newObject("qcRegion")
-             .byte(1)
-             .contour(0, {})
-             .byte(0)
-             .number(1)
-             .reference(1)
-             .bytes(),
-         true},
+        {"a hole that is the region", region().reference(1).bytes(), true},
+        {"a reference forward", region().reference(2).bytes(), true},
+        {"a reference to nothing", region().reference(0).bytes(), true},
+        {"a chain of two that closes", region().newRegion(1).reference(1).bytes(), true},
         {"a set in itself", set(1).reference(1).number(3).bytes(), false},
-        {"a contour as a hole",
-         region(1)
-             .newObject("qcContour")
-             .byte(1)
-             .byte(0)
-             .number(0)
-             .byte(1)
-             .pointList({})
-             .number(3)
-             .bytes(),
-         false},
-        {"an exception as a region, and again",
-         set(2)
-             .newObject("qcContourDefs::EmptyContour")
-             .byte(0)
-             .byte(0)
-             .byte(0)
-             .byte(0)
-             .number(0)
-             .reference(2)
-             .number(3)
-             .bytes(),
-         false},
-        {"a set as the transform",
-         Composer()
-             .newObject("qcContourT<qcEdgelet>")
-             .byte(1)
-             .contour(0, {{1, 1}})
-             .byte(0)
-             .number(0)
-             .newObject("qcRegionSet")
-             .byte(1)
-             .byte(0)
-             .byte(0)
-             .number(0)
-             .number(1)
-             .bytes(),
-         false},
-        {"an unknown class", Composer().newObject("qcTriangle").byte(1).bytes(), true},
-        {"a class without a name", Composer().newObject("").bytes(), true},
-        {"an abstract class", Composer().newObject("qcContourDefs::Errors").bytes(), true},
+        {"a contour as a hole", region().newContour(1, {}).bytes(), false},
+        {"an exception as a region, and again", exception.reference(2).number(3).bytes(), false},
+        {"a set as the transform", transform.byte(1, 0, 0).number(0).number(1).bytes(), false},
+        {"an unknown class", object("qcTriangle").byte(1).bytes(), true},
+        {"a class without a name", object("").bytes(), true},
+        {"an abstract class", object("qcContourDefs::Errors").bytes(), true},
         {"an unknown kind of pointer", Composer().byte(3).bytes(), true},
-        {"a bound below 0",
-         Composer()
-             .newObject("qcContour")
-             .byte(1)
-             .byte(0)
-             .number(0)
-             .byte(1)
-             .pointList({{1, 2}, {3, 4}})
-             .number(0x80000000UL)
-             .bytes(),
-         false},
-        {"closed that is neither",
-         Composer()
-             .newObject("qcContour")
-             .byte(1)
-             .byte(0)
-             .number(0)
-             .byte(2)
-             .pointList({})
-             .number(3)
-             .bytes(),
-         true},
+        {"bound < 0", Composer().newContour(1, {{1, 2}, {3, 4}}, 0x80000000UL).bytes(), false},
+        {"closed that is neither", Composer().newContour(2, {}).bytes(), true},
     };
     for (auto const& c : cases) {
         SCOPED_TRACE(c.name);
@@ -330,7 +241,7 @@ TEST(HostileArchive, DeepChainsOfHoles)
     qcPtrHandle<qcRegion> chain(new qcRegion);
     Composer c;
     for (int level = 0; level < 100000; ++level) {
-        c.newObject("qcRegion").byte(1).contour(0, {}).byte(0).number(1);
+        c.newRegion(1);
         qcPtrHandle<qcRegion> const outer(new qcRegion(std::vector<qcVector<2>>{{0, 0}, {1, 0}}));
         outer->holes({qcPtrHandle_const<qcRegion>(chain)});
         chain = outer;
@@ -346,7 +257,7 @@ TEST(HostileArchive, HolesSharedLevelUponLevelAreAskedOnce)
     Composer c;
     unsigned long const levels = 300;
     for (unsigned long level = 0; level < levels; ++level)
-        c.newObject("qcRegion").byte(1).contour(0, {{0, 0}, {4, 0}, {0, 4}}).byte(0).number(2);
+        c.newRegion(2, {{0, 0}, {4, 0}, {0, 4}});
     c.null().null();
     for (unsigned long level = levels; level > 1; --level)
         c.reference(level);
@@ -356,8 +267,7 @@ TEST(HostileArchive, HolesSharedLevelUponLevelAreAskedOnce)
 
     Bytes noNulls = c.bytes();
     Composer leaf;
-    leaf.newObject("qcRegion").byte(1).contour(0, {{0, 0}, {4, 0}, {0, 4}}).byte(0).number(0);
-    leaf.reference(levels + 1);
+    leaf.newRegion(0, {{0, 0}, {4, 0}, {0, 4}}).reference(levels + 1);
     auto const nulls = noNulls.end() - long(2 + 5 * (levels - 1));
     noNulls.insert(noNulls.erase(nulls, nulls + 2), leaf.bytes().begin(), leaf.bytes().end());
     EXPECT_TRUE(survives(noNulls));

@@ -79,90 +79,55 @@ TEST(RegionSet, SettersClearThenReplaceThenRebuildThenApplyTheMode)
     EXPECT_EQ(set.during([&] { static_cast<qcRegionSet&>(set) = qcRegionSet(two); }), "");
 }
 
-TEST(RegionSet, OnlySomeQueriesTellOfTheirCaches)
+/// What each query does before any other: whether it tells of its cache, and what it throws on a set
+/// of nothing and on one with a null handle in the middle.
+TEST(RegionSet, QueriesTellRefuseAndStop)
 {
-    WatchedSet set({squareAt(0, 0), squareAt(1, 1)});
-    qcRegionSet out;
+    using S = qcRegionSet;
+    static qcRecordingTablet tablet;
+    // clang-format off
     struct {
         char const* name;
-        std::function<void()> query;
-        char const* first;
+        void (*query)(S const&);
+        char const* told;
+        bool refusesEmpty, stopsAtNull;
     } const cases[] = {
-        {"area", [&] { set.area(true); }, "n"},
-        {"area without holes", [&] { set.area(false); }, "n"},
-        {"centre", [&] { set.centerOfMass(true); }, "n"},
-        {"inertia", [&] { set.inertiaMatrix(false); }, "n"},
-        {"rectangle", [&] { set.encloseRect(qcXform<2>::I); }, "n"},
-        {"crossings", [&] { set.isSelfIntersecting(); }, ""},
-        {"regularize", [&] { set.regularize(out); }, ""},
-        {"outerHull", [&] { set.outerHull(out); }, ""},
-        {"inside",
-         [&] {
-             set.inside({1, 1}, true);
-         },
-         ""},
-        {"distance",
-         [&] {
-             set.distToPoint({1, 1}, true, true, true);
-         },
-         ""},
+        {"area", [](S const& s) { s.area(true); }, "n", false, true},
+        {"area without holes", [](S const& s) { s.area(false); }, "n", false, true},
+        {"centre", [](S const& s) { s.centerOfMass(true); }, "n", true, true},
+        {"inertia", [](S const& s) { s.inertiaMatrix(false); }, "n", true, true},
+        {"rectangle", [](S const& s) { s.encloseRect(qcXform<2>::I); }, "n", true, true},
+        {"crossings", [](S const& s) { s.isSelfIntersecting(); }, "", false, true},
+        {"regularize", [](S const& s) { S out; s.regularize(out); }, "", false, true},
+        {"outer hull", [](S const& s) { S out; s.outerHull(out); }, "", false, true},
+        {"inside", [](S const& s) { s.inside({99, 1}, true); }, "", false, true},
+        {"inside the first", [](S const& s) { s.inside({1, 1}, true); }, "", false, false},
+        {"distance", [](S const& s) { s.distToPoint({1, 1}, true, true, true); }, "", true, true},
+        {"draw", [](S const& s) { s.draw(tablet, {}, qcUITablet::eImageLayer); }, "", false, true},
+        {"equality", [](S const& s) { static_cast<void>(s == S(s)); }, "", false, true},
     };
+    // clang-format on
+    WatchedSet watched({squareAt(0, 0), squareAt(1, 1)});
+    Regions const nullWithin{squareAt(0, 0), Hole(), squareAt(9, 9)};
     for (auto const& c : cases) {
-        EXPECT_EQ(set.during(c.query), c.first) << c.name;
-        EXPECT_EQ(set.during(c.query), "") << c.name << " again";
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(watched.during([&] { c.query(watched); }), c.told);
+        EXPECT_EQ(watched.during([&] { c.query(watched); }), "") << "again";
+        if (c.refusesEmpty)
+            EXPECT_THROW(c.query(S()), qcContourDefs::EmptyRegionSet);
+        else
+            EXPECT_NO_THROW(c.query(S()));
+        if (c.stopsAtNull)
+            EXPECT_THROW(c.query(S(nullWithin)), qcBadPointer);
+        else
+            EXPECT_NO_THROW(c.query(S(nullWithin)));
     }
-}
-
-TEST(RegionSet, EmptySetsAnswerOrRefuse)
-{
-    WatchedSet set;
-    qcRegionSet out({squareAt(0, 0)});
-    EXPECT_EQ(set.area(true), 0.0);
-    EXPECT_FALSE(set.inside({0, 0}, true));
-    EXPECT_FALSE(set.isSelfIntersecting());
-    set.regularize(out);
-    EXPECT_TRUE(out.regions().empty());
-    std::function<void()> const refused[] = {
-        [&] { set.centerOfMass(true); }, [&] { set.inertiaMatrix(false); },
-        [&] {
-            set.distToPoint({0, 0}, true, true, true);
-        },
-        [&] { set.encloseRect(qcXform<2>::I); }, [&] { set.checkEmptyRegionSet(); }};
-    for (auto const& query : refused)
-        EXPECT_THROW(query(), qcContourDefs::EmptyRegionSet);
-    EXPECT_EQ(set.cachedVectorSize(), 3);
-    EXPECT_THROW(set.cachedVectorSize(-1), qcContourDefs::BadParams);
-    EXPECT_EQ(set.cachedVectorSize(), 3);
-}
-
-TEST(RegionSet, NullHandlesStopWhatReachesThem)
-{
-    Regions const list{squareAt(0, 0), Hole(), squareAt(9, 9)};
-    qcRegionSet const set(list);
-    qcRegionSet out({squareAt(5, 5)});
-    qcRecordingTablet tablet;
-    std::function<void()> const queries[] = {
-        [&] { set.area(false); },
-        [&] { set.centerOfMass(true); },
-        [&] { set.inertiaMatrix(true); },
-        [&] {
-            set.inside({99, 99}, true);
-        },
-        [&] {
-            set.distToPoint({0, 0}, true, true, true);
-        },
-        [&] { set.encloseRect(qcXform<2>::I); },
-        [&] { set.draw(tablet, qcColor(), qcUITablet::eImageLayer); },
-        [&] { static_cast<void>(set == qcRegionSet(set)); }};
-    for (auto const& query : queries)
-        EXPECT_THROW(query(), qcBadPointer);
-    EXPECT_TRUE(set.inside({1, 1}, true));  // found before the null is reached
-    EXPECT_FALSE(set == qcRegionSet({squareAt(0, 0)}));
-    EXPECT_FALSE(set == qcRegionSet({squareAt(1, 0), Hole(), Hole()}));
-    // The first look at crossings fails and leaves the answer reached so far.
-    EXPECT_THROW(set.regularize(out), qcBadPointer);
-    EXPECT_FALSE(set.isSelfIntersecting());
-    EXPECT_EQ(out.regions().size(), 1U);
+    EXPECT_EQ(S().area(true), 0.0);
+    EXPECT_FALSE(S().inside({0, 0}, true));
+    EXPECT_THROW(WatchedSet().checkEmptyRegionSet(), qcContourDefs::EmptyRegionSet);
+    EXPECT_THROW(watched.cachedVectorSize(-1), qcContourDefs::BadParams);
+    EXPECT_EQ(watched.cachedVectorSize(), 3);
+    EXPECT_FALSE(S(nullWithin) == S({squareAt(1, 0), Hole(), Hole()})) << "told before the null";
 }
 
 TEST(RegionSet, CrossingsReachedBeforeAFailureStayUntilAChange)
@@ -219,55 +184,20 @@ TEST(RegionSet, AreasStayUntilTheSetHears)
     EXPECT_EQ(set.area(true), 26.0);
 }
 
-TEST(RegionSet, RectanglesAreKeptForAFewTransforms)
-{
-    for (long const bound : {0L, 1L, 3L}) {
-        WatchedSet set({squareAt(0, 0), squareAt(5, 1)});
-        set.cachedVectorSize(bound);
-        auto const shifted = [](double x) { return qcXform<2>(qcMatrix<2>(), {x, 0}); };
-        auto const asked = [&](int k) {
-            return set.during([&] {
-                EXPECT_EQ(set.encloseRect(shifted(k)).origin().position(), qcVector<2>(k, 0));
-                EXPECT_EQ(set.encloseRect(shifted(k)).lr().position(), qcVector<2>(k + 7, 3));
-            });
-        };
-        for (int k = 0; k < 20; ++k)
-            EXPECT_EQ(asked(k), "n");
-        int kept = 0;
-        for (int k = 19; k >= 0;
-             --k) {  // a computed one may push another out: count what was there
-            qcRegionSet copy(set);
-            copy.tracking(true);
-            kept += set.during([&] { copy.encloseRect(shifted(k)); }).empty();
-        }
-        EXPECT_EQ(kept, bound + 1);
-    }
-}
-
 TEST(RegionSet, MergesInOnePassWithTheLastRegionMoved)
 {
     Hole const a = squareAt(0, 0, 3), b = squareAt(2, 1, 3), c3 = squareAt(-2, -1.5, 3);
     Hole const far = squareAt(40, 0), bowTie = holeOf({{0, 0}, {2, 2}, {2, 0}, {0, 2}});
-    struct {
-        char const* name;
-        Regions regions;
-        std::size_t left;
-    } const cases[] = {
-        {"apart", {a, far}, 2},
-        {"one in the other", {squareAt(0, 0, 9), squareAt(3, 3)}, 2},
-        {"two", {a, b}, 1},
-        {"first and third", {a, far, b}, 2},
-        {"first and third of four", {a, far, b, bowTie}, 3},
-        {"the moved one is not compared again", {a, b, c3}, 2},
-        {"crossing itself", {bowTie, far}, 2},
-    };
-    for (auto const& c : cases) {
-        SCOPED_TRACE(c.name);
-        for (Mode const mode : {qcContourDefs::eRegularize, qcContourDefs::eOuterHull}) {
-            qcRegionSet const set(c.regions, mode);
-            EXPECT_EQ(set.regions().size(), c.left);
-        }
+    for (Mode const mode : {qcContourDefs::eRegularize, qcContourDefs::eOuterHull}) {
+        auto const left = [&](Regions const& list) {
+            return qcRegionSet(list, mode).regions().size();
+        };
+        EXPECT_EQ(left({a, far, b, bowTie}), 3u) << "first and third";
+        EXPECT_EQ(left({a, b, c3}), 2u) << "the moved one is not compared again";
     }
+    Points const spliced{{10, 5}, {10, 10}, {0, 10},  {0, 0},  {10, 0},
+                         {10, 5}, {15, 5},  {15, 15}, {5, 15}, {5, 5}};
+    EXPECT_EQ(qnPlain::splice(square(0, 0, 10), square(5, 5, 10)), spliced);
     Regions const apart{a, far};
     EXPECT_EQ(qcRegionSet(apart, qcContourDefs::eOuterHull).regions(), apart);
     qcRegionSet setter({a});
@@ -335,46 +265,35 @@ TEST(RegionSet, AnswersAsThePlainSteps)
         }
         for (bool const hull : {false, true}) {
             std::vector<Points> got, wanted;
-            std::string gotError, wantedError;
             qcRegionSet clean;
-            try {
-                hull ? set.outerHull(clean) : set.regularize(clean);
-            } catch (qcContourDefs::Errors const& error) {
-                gotError = error.what();
-            }
-            try {
-                wanted = qnPlain::cleaned(figures, hull);
-            } catch (qcContourDefs::Errors const& error) {
-                wantedError = error.what();
-            }
+            auto const errorOf = [](auto const& action) -> std::string {
+                try {
+                    action();
+                } catch (qcContourDefs::Errors const& error) {
+                    return error.what();
+                }
+                return "";
+            };
+            EXPECT_EQ(errorOf([&] { hull ? set.outerHull(clean) : set.regularize(clean); }),
+                      errorOf([&] { wanted = qnPlain::cleaned(figures, hull); }));
             for (auto const& region : clean.regions())
                 got.push_back(region->points());
             EXPECT_EQ(got, wanted);
-            EXPECT_EQ(gotError, wantedError);
             merged += got.size() < figures.size();
         }
     }
     EXPECT_GT(merged, 500);
 }
 
-TEST(RegionSet, SumsFollowOrientationAndCancel)
+TEST(RegionSet, MomentsOfNothingAndOfHoles)
 {
-    // Two squares apart: the centre between them; the middle belongs to neither.
-    qcRegionSet const two({holeOf(square(-0.5, -0.5, 1)), holeOf(square(3.5, -0.5, 1))});
-    EXPECT_EQ(two.centerOfMass(false), qcVector<2>(2, 0));
-    EXPECT_FALSE(two.inside({2, 0}, false));
-    EXPECT_EQ(two.distToPoint({2, 0}, false, false, true), 1.5);
-    EXPECT_EQ(two.inertiaMatrix(true), two.inertiaMatrix(false));
-    // Areas of nothing: no centre.
     qcRegionSet const flat({holeOf({{0, 0}, {1, 0}, {2, 0}})});
     EXPECT_EQ(flat.centerOfMass(false), qcVector<2>(0, 0));
-    // Holes have no moments; nothing stays behind.
-    auto const ring =
-        Hole(new qcRegion(regionOf(Figure{square(0, 0, 9), {{square(1, 1, 1), {}}}})));
-    qcRegionSet const rings({ring});
-    EXPECT_THROW(rings.inertiaMatrix(true), qcContourDefs::BadParams);
-    EXPECT_THROW(rings.inertiaMatrix(true), qcContourDefs::BadParams);
-    EXPECT_EQ(rings.area(true), 80.0);
+    EXPECT_EQ(flat.inertiaMatrix(true), flat.inertiaMatrix(false));
+    qcRegionSet const rings(
+        {Hole(new qcRegion(regionOf(Figure{square(0, 0, 9), {{square(1, 1, 1), {}}}})))});
+    for (int again = 0; again < 2; ++again)
+        EXPECT_THROW(rings.inertiaMatrix(true), qcContourDefs::BadParams);
     EXPECT_THROW(qcRegionSet({holeOf({{0, 0}, {1, 1}})}).area(false), qcContourDefs::EmptyContour);
 }
 

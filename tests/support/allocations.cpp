@@ -11,11 +11,8 @@ namespace {
 
 struct Counts {
     bool on;
-    long calls;
-    long failing;
-    long live;
-    long long bytes;
-    long long peak;
+    long calls, failing, live;
+    long long bytes, peak;
 };
 
 thread_local Counts counts{};
@@ -68,15 +65,12 @@ void operator delete(void* memory, std::size_t) noexcept
 
 namespace qnTest {
 
-Allocations::Allocations()
-{
-    counts = Counts{true, 0, -1, 0, 0, 0};
-}
-
-Allocations::~Allocations()
-{
-    counts.on = false;
-}
+// clang-format off
+Allocations::Allocations() { counts = Counts{true, 0, -1, 0, 0, 0}; }
+Allocations::~Allocations() { counts.on = false; }
+long Allocations::liveBlocks() const { return counts.live; }
+long long Allocations::peakBytes() const { return counts.peak; }
+// clang-format on
 
 void Allocations::fail(long call)
 {
@@ -89,16 +83,6 @@ bool Allocations::endFailing()
     bool const came = counts.failing >= 0 && counts.calls > counts.failing;
     counts.failing = -1;
     return came;
-}
-
-long Allocations::liveBlocks() const
-{
-    return counts.live;
-}
-
-long long Allocations::peakBytes() const
-{
-    return counts.peak;
 }
 
 }  // namespace qnTest

@@ -93,12 +93,11 @@ Root versionZeroRegion(Points const& points)
 Bytes setOfVersionZero()
 {
     Composer c;
-    c.newObject("qcRegionSet").byte(0).byte(0).byte(0).number(4);
-    c.newObject("qcRegion").byte(0).byte(0).byte(0);  // with the base of old, once an archive
+    c.newObject("qcRegionSet").byte(0, 0, 0).number(4);
+    c.newObject("qcRegion").byte(0, 0, 0);  // with the base of old, once an archive
     c.pointList({{0, 0}, {1, 0}, {0, 1}}).byte(77).number(9);
     c.null().reference(2);
-    c.newObject("qcRegion").byte(0).pointList({{5, 5}}).byte(1).number(9);
-    return c.bytes();
+    return c.newObject("qcRegion").byte(0).pointList({{5, 5}}).byte(1).number(9).bytes();
 }
 
 Root setOfVersionZeroExpected()
@@ -110,36 +109,27 @@ Root setOfVersionZeroExpected()
     return rootOf(new qcRegionSet({first, Handle(), first, region({{5, 5}})}));
 }
 
+Root typedContourOfVersionZero()
+{
+    auto* const made = new TypedContour;
+    static_cast<qcContour&>(*made) = qcContour(Points{{1, 2}}, true, 8);
+    return rootOf(made);
+}
+
 std::vector<Golden> oldRecords()
 {
-    Composer contourV0;
-    contourV0.newObject("qcContour").byte(0).byte(0).byte(0);
+    Composer contourV0, regionV0, typedV0;
+    contourV0.newObject("qcContour").byte(0, 0, 0);
     contourV0.pointList({{1.5, -2}, {3, 4}}).byte(200).number(6).byte(0);
-    Composer regionV0;
-    regionV0.newObject("qcRegion").byte(0).byte(0).byte(0);
+    regionV0.newObject("qcRegion").byte(0, 0, 0);
     regionV0.pointList({{0, 0}, {4, 0}, {4, 4}}).byte(1).number(9);
-    Composer typedV0;
     typedV0.newObject("qcContourT<qcEdgelet>").byte(0).contour(8, {{1, 2}}).byte(0).number(0);
-    return {
-        {"contour_v0", false,
-         [] {
-             return contour({{1.5, -2}, {3, 4}}, false, 0, 6);
-         },
-         contourV0.bytes()},
-        {"region_v0", false,
-         [] {
-             return versionZeroRegion({{0, 0}, {4, 0}, {4, 4}});
-         },
-         regionV0.bytes()},
-        {"region_set_v0", false, setOfVersionZeroExpected, setOfVersionZero()},
-        {"typed_contour_v0", false,
-         [] {
-             auto* const made = new TypedContour;
-             static_cast<qcContour&>(*made) = qcContour(Points{{1, 2}}, true, 8);
-             return rootOf(made);
-         },
-         typedV0.bytes()},
-    };
+    auto const contourMade = [] { return contour({{1.5, -2}, {3, 4}}, false, 0, 6); };
+    auto const regionMade = [] { return versionZeroRegion({{0, 0}, {4, 0}, {4, 4}}); };
+    return {{"contour_v0", false, contourMade, contourV0.bytes()},
+            {"region_v0", false, regionMade, regionV0.bytes()},
+            {"region_set_v0", false, setOfVersionZeroExpected, setOfVersionZero()},
+            {"typed_contour_v0", false, typedContourOfVersionZero, typedV0.bytes()}};
 }
 
 }  // namespace
@@ -219,7 +209,20 @@ Composer& Composer::pointList(std::vector<std::pair<double, double>> const& poin
 Composer& Composer::contour(unsigned long label,
                             std::vector<std::pair<double, double>> const& points)
 {
-    return byte(1).byte(0).number(label).byte(1).pointList(points).number(3);
+    return byte(1, 0).number(label).byte(1).pointList(points).number(3);
+}
+
+Composer& Composer::newContour(int closed, std::vector<std::pair<double, double>> const& points,
+                               unsigned long bound)
+{
+    newObject("qcContour").byte(1, 0).number(0).byte(closed);
+    return pointList(points).number(bound);
+}
+
+Composer& Composer::newRegion(unsigned long holes,
+                              std::vector<std::pair<double, double>> const& points)
+{
+    return newObject("qcRegion").byte(1).contour(0, points).byte(0).number(holes);
 }
 
 }  // namespace qnTest

@@ -21,6 +21,11 @@ std::vector<Golden> goldenArchives();
 class Composer {
 public:
     Composer& byte(int value);
+    template <class... More>
+    Composer& byte(int value, More... more)
+    {
+        return byte(value).byte(more...);
+    }
     Composer& number(unsigned long value);  ///< 4 bytes
     Composer& real(double value);
     Composer& text(std::string const& characters);  ///< count and characters
@@ -30,6 +35,11 @@ public:
     Composer& pointList(std::vector<std::pair<double, double>> const& points);
     /// The contour record of version 1 without the points' own object around it.
     Composer& contour(unsigned long label, std::vector<std::pair<double, double>> const& points);
+    /// A new contour of version 1, or a new region up to the number of its holes.
+    Composer& newContour(int closed, std::vector<std::pair<double, double>> const& points,
+                         unsigned long bound = 3);
+    Composer& newRegion(unsigned long holes,
+                        std::vector<std::pair<double, double>> const& points = {});
     Bytes const& bytes() const { return bytes_; }
 
 private:

@@ -2,6 +2,7 @@
 #include "tests/support/outlines.h"
 
 #include <cmath>
+#include <tuple>
 
 namespace qnOutlines {
 
@@ -108,34 +109,21 @@ std::vector<Outline> randomised(unsigned seed, int count)
     for (int i = 0; i < count; ++i) {
         int const n = static_cast<int>(random() % (i % 23 == 5 ? 400 : 33));
         Outline outline{"", {}, random() % 3 != 0};
-        switch (i % 9) {
-        case 0:
-            outline = {"star", star(random, n), outline.closed};
-            break;
-        case 1:
-            outline = {"loose", scattered(random, n, 0), outline.closed};
-            break;
-        case 2:
-            outline = {"lattice", scattered(random, n, 1), outline.closed};
-            break;
-        case 3:
-            outline = {"nudged", scattered(random, n, 2), outline.closed};
-            break;
-        case 4:
-            outline = {"comb", comb(n), outline.closed};
-            break;
-        case 5:
-            outline = {"pinwheel", pinwheel(n), outline.closed};
-            break;
-        case 6:
-            outline = {"spiral", around(n, 3, [](double t) { return 9 * t; }), outline.closed};
-            break;
-        case 7:
-            outline = {"circle", around(n, 1, [](double) { return 3.0; }), outline.closed};
-            break;
-        default:
-            outline = {"lattice", scattered(random, n, 1), true};
-        }
+        auto const points = [&]() -> std::pair<char const*, Points> {
+            // clang-format off
+            switch (i % 9) {
+            case 0: return {"star", star(random, n)};
+            case 1: return {"loose", scattered(random, n, 0)};
+            case 3: return {"nudged", scattered(random, n, 2)};
+            case 4: return {"comb", comb(n)};
+            case 5: return {"pinwheel", pinwheel(n)};
+            case 6: return {"spiral", around(n, 3, [](double t) { return 9 * t; })};
+            case 7: return {"circle", around(n, 1, [](double) { return 3.0; })};
+            default: return {"lattice", scattered(random, n, 1)};
+            }
+            // clang-format on
+        };
+        std::tie(outline.name, outline.points) = points();
         double const scale = i % 4 == 1 ? scales[random() % 10] : 1;
         qcVector<2> const shift = i % 4 == 2 ? qcVector<2>(1e6, -3e5) : qcVector<2>();
         for (auto& point : outline.points)

@@ -41,34 +41,6 @@ qcVector<2> triangleCentroid(qcVector<2> const& o, qcVector<2> const& a, qcVecto
     return fromO.line().intersect(fromA.line()).position();
 }
 
-qc_InertiaData inertiaDataTriangle(qcVector<2> const& p1, qcVector<2> const& p2,
-                                   qcVector<2> const& p3, int turns = 0)
-{
-    qcLineSeg const base(p1, p2);
-    qcLine const line = base.line();
-    if (turns < 2 && line.distToPoint(p3) < base.distToPoint(p3) - 1e-10)
-        return inertiaDataTriangle(p2, p3, p1, turns + 1);
-    qcPoint const f = line.proj(p3);
-    double const u = f.distToPoint(p1), v = f.distToPoint(p2), h = f.distToPoint(p3);
-    double a = (u + v) * h * 0.5;
-    double const cx = (v - u) * 0.3333333333333333;
-    double cy = h * 0.3333333333333333;
-    double const x = (u * u * u + v * v * v) * h * 0.08333333333333333 - cx * cx * a;
-    double const y = (u + v) * (h * h * h) * 0.08333333333333333 - cy * cy * a;
-    double p = (v * v - u * u) * (h * h) * 0.041666666666666664 - cx * cy * a;
-    if ((p2.x() - p1.x()) * (p3.y() - p1.y()) - (p2.y() - p1.y()) * (p3.x() - p1.x()) < 0) {
-        a = -a;
-        cy = -cy;
-        p = -p;
-    }
-    double const theta = (p2 - p1).angle().toDouble();
-    double const c = std::cos(theta), s = std::sin(theta);
-    double const m01 = c * s * (x - y) + (c * c - s * s) * p;
-    return qc_InertiaData(
-        a, f.position() + qcVector<2>(c * cx - s * cy, s * cx + c * cy),
-        {c * c * x - 2 * c * s * p + s * s * y, m01, m01, s * s * x + 2 * c * s * p + c * c * y});
-}
-
 }  // namespace
 
 std::vector<qcLineSeg> edges(Points const& p, bool closed)
@@ -135,12 +107,7 @@ qcVector<2> closestPoint(Points const& points, bool closed, qcVector<2> const& p
         best = d;
         qcVector<2> const along = edge.p2() - edge.p1();
         double const t = ((place - edge.p1()) * along) / (along * along);
-        if (!(t > 0))
-            result = edge.p1();
-        else if (t >= 1)
-            result = edge.p2();
-        else
-            result = edge.line().proj(place).position();
+        result = !(t > 0) ? edge.p1() : t >= 1 ? edge.p2() : edge.line().proj(place).position();
     }
     return result;
 }
@@ -300,44 +267,32 @@ qc_InertiaData inertiaSum(qc_InertiaData const& a, qc_InertiaData const& b)
     double const sb = product < 0 && a.area() > b.area() ? -1 : 1;
     auto const& m = a.inertiaMatrix();
     auto const& n = b.inertiaMatrix();
-    double const m00 = sa * m.element(0, 0) + sb * n.element(0, 0) + wa * (da.x() * da.x()) +
-                       wb * (db.x() * db.x());
-    double const m01 =
-        sa * m.element(0, 1) + sb * n.element(0, 1) + wa * da.x() * da.y() + wb * db.x() * db.y();
-    double const m11 = sa * m.element(1, 1) + sb * n.element(1, 1) + wa * (da.y() * da.y()) +
-                       wb * (db.y() * db.y());
+    auto const entry = [&](int i, int j, double da2, double db2) {
+        return sa * m.element(i, j) + sb * n.element(i, j) + da2 + db2;
+    };
+    double const m00 = entry(0, 0, wa * (da.x() * da.x()), wb * (db.x() * db.x()));
+    double const m01 = entry(0, 1, wa * da.x() * da.y(), wb * db.x() * db.y());
+    double const m11 = entry(1, 1, wa * (da.y() * da.y()), wb * (db.y() * db.y()));
     return qc_InertiaData(total, c, {m00, m01, m01, m11});
 }
 
+/// By sums over the edges: exact in principle, and nothing like a fan of triangles.
 qc_InertiaData inertiaDataPolygon(Points const& points)
 {
-    if (points.size() < 3)
-        return qc_InertiaData();
-    std::vector<qc_InertiaData> triangles;
-    double sum = 0;
-    qcVector<2> const g = qnPlain::centerOfMass(points);
+    double a = 0, x = 0, y = 0, xx = 0, xy = 0, yy = 0;
     for (auto const& edge : edges(points, true)) {
-        triangles.push_back(inertiaDataTriangle(g, edge.p1(), edge.p2()));
-        sum += triangles.back().area();
+        double const px = edge.p1().x(), py = edge.p1().y(), qx = edge.p2().x(), qy = edge.p2().y();
+        double const k = px * qy - py * qx;
+        a += k / 2;
+        x += k * (px + qx) / 6;
+        y += k * (py + qy) / 6;
+        xx += k * (px * px + px * qx + qx * qx) / 12;
+        yy += k * (py * py + py * qy + qy * qy) / 12;
+        xy += k * (2 * px * py + px * qy + qx * py + 2 * qx * qy) / 24;
     }
-    if (sum < 0) {  // adding holes keeps its meaning only while the total is positive
-        auto const mirror = inertiaDataPolygon(Points(points.rbegin(), points.rend()));
-        return qc_InertiaData(-mirror.area(), mirror.centerOfMass(), mirror.inertiaMatrix());
-    }
-    double const mean = sum / static_cast<double>(triangles.size()), t = mean > 0 ? 1e-6 : -1e-6;
-    qc_InertiaData r;
-    std::vector<bool> used(triangles.size(), false);
-    for (int pass = 1; pass <= 3; ++pass)
-        for (std::size_t i = 0; i < triangles.size(); ++i) {
-            double const area = triangles[i].area();
-            bool const take =
-                pass == 3 || (pass == 1 ? area > mean : area > t || (t < 0 && area < t));
-            if (used[i] || !take)
-                continue;
-            used[i] = true;
-            r = inertiaSum(r, triangles[i]);
-        }
-    return r;
+    double const sign = a < 0 ? -1 : 1, m01 = sign * (xy - x * y / a);
+    return qc_InertiaData(a, {x / a, y / a},
+                          {sign * (xx - x * x / a), m01, m01, sign * (yy - y * y / a)});
 }
 
 }  // namespace qnPlain

@@ -70,15 +70,4 @@ std::vector<NamedOutline> crossingCurves(unsigned seed)
     return curves;
 }
 
-Points crudeOffset(Points const& outline, double distance)
-{
-    Points moved;
-    for (std::size_t i = 0; i < outline.size(); ++i) {
-        auto const& before = outline[(i + outline.size() - 1) % outline.size()];
-        qcVector<2> const along = (outline[(i + 1) % outline.size()] - before).unit();
-        moved.push_back(outline[i] + qcVector<2>(-along.y(), along.x()) * distance);
-    }
-    return moved;
-}
-
 }  // namespace qnTest

@@ -42,7 +42,4 @@ qcRegion regionOf(Figure const& figure);
 /// random sums of waves. The same for the same seed.
 std::vector<NamedOutline> crossingCurves(unsigned seed);
 
-/// Every vertex pushed `distance` to the left, without regard to what it then runs into.
-Points crudeOffset(Points const& outline, double distance);
-
 }  // namespace qnTest

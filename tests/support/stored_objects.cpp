@@ -118,6 +118,10 @@ std::vector<qcVector<2>> places(std::vector<qcVector<2>> const& points)
 void askContour(qcContour& c, Questions& q)
 {
     qcRecordingTablet tablet;
+    qcEllipse ellipse;
+    double residual = 0;
+    qcRegion hull;
+    qcContour mapped;
     q.ask("contour", [&] { c.length(), c.polygon(), c.isSelfIntersecting(); });
     q.ask("draw", [&] { c.draw(tablet, qcContourDefs::eOutline, {}, qcUITablet::eImageLayer); });
     q.ask("meanPosition", [&] { c.meanPosition(); });
@@ -131,67 +135,31 @@ void askContour(qcContour& c, Questions& q)
     q.ask("itself", [&] { c.intersections(c); });
     for (auto mode : {qcContourDefs::eFarthestPair, qcContourDefs::eFromFirstPoint})
         q.ask("diameter", [&] { c.diameter(mode); });
-    q.ask("ellipse", [&] {
-        qcEllipse ellipse;
-        double residual = 0;
-        c.fitEllipse(ellipse, residual);
-    });
-    q.ask("hull", [&] {
-        qcRegion hull;
-        c.convexHull(hull);
-    });
-    q.ask("map", [&] {
-        qcContour mapped;
-        c.map(qcXform<2>(), mapped);
-    });
+    q.ask("ellipse", [&] { c.fitEllipse(ellipse, residual); });
+    q.ask("hull", [&] { c.convexHull(hull); });
+    q.ask("map", [&] { c.map(qcXform<2>(), mapped); });
 }
 
-void askRegion(qcRegion& r, Questions& q)
+/// What regions and sets have in common.
+template <class Figure>
+void askFigure(Figure& f, std::vector<qcVector<2>> const& points, Questions& q)
 {
     qcRecordingTablet tablet;
-    q.ask("ticks", [&] { r.draw(tablet, qcColor(), qcUITablet::eImageLayer); });
+    Figure clean;
+    q.ask("figure draw", [&] { f.draw(tablet, qcColor(), qcUITablet::eImageLayer); });
     for (bool const holes : {false, true}) {
-        q.ask("area", [&] { r.area(holes), r.centerOfMass(holes); });
-        q.ask("inertia", [&] { r.inertiaMatrix(holes); });
-        q.ask("crossings", [&] { r.intersections(r, holes); });
-        for (auto const& p : places(r.points())) {
-            q.ask("inside", [&] { r.inside(p, holes); });
-            q.ask("distance", [&] { r.distToPoint(p, holes, holes, true); });
-            q.ask("vertices", [&] { r.distToPoint(p, true, holes, false); });
+        q.ask("area", [&] { f.area(holes), f.centerOfMass(holes); });
+        q.ask("inertia", [&] { f.inertiaMatrix(holes); });
+        for (auto const& p : places(points)) {
+            q.ask("inside", [&] { f.inside(p, holes); });
+            q.ask("distance", [&] { f.distToPoint(p, holes, holes, true); });
+            q.ask("vertices", [&] { f.distToPoint(p, true, holes, false); });
+            q.ask("figure rectangle", [&] { f.encloseRect(qcXform<2>(qcMatrix<2>(), p)); });
         }
     }
-    q.ask("regularize", [&] {
-        qcRegion clean;
-        r.regularize(clean);
-    });
-    q.ask("outerHull", [&] {
-        qcRegion clean;
-        r.outerHull(clean);
-    });
-}
-
-void askSet(qcRegionSet& s, Questions& q)
-{
-    qcRecordingTablet tablet;
-    q.ask("draw set", [&] { s.draw(tablet, qcColor(), qcUITablet::eImageLayer); });
-    for (bool const holes : {false, true}) {
-        q.ask("set area", [&] { s.area(holes), s.centerOfMass(holes); });
-        q.ask("set inertia", [&] { s.inertiaMatrix(holes); });
-        for (auto const& p : places({})) {
-            q.ask("set inside", [&] { s.inside(p, holes); });
-            q.ask("set distance", [&] { s.distToPoint(p, holes, holes, holes); });
-            q.ask("set rectangle", [&] { s.encloseRect(qcXform<2>(qcMatrix<2>(), p)); });
-        }
-    }
-    q.ask("set regularize", [&] {
-        qcRegionSet clean;
-        s.regularize(clean);
-    });
-    q.ask("set outerHull", [&] {
-        qcRegionSet clean;
-        s.outerHull(clean);
-    });
-    q.ask("set equality", [&] { static_cast<void>(s == qcRegionSet(s)); });
+    q.ask("regularize", [&] { f.regularize(clean); });
+    q.ask("outerHull", [&] { f.outerHull(clean); });
+    q.ask("equality", [&] { static_cast<void>(f == Figure(f)); });
 }
 
 }  // namespace
@@ -260,10 +228,13 @@ std::string askEverything(qcPersistent& object)
     Questions questions;
     if (auto* const contour = dynamic_cast<qcContour*>(&object))
         askContour(*contour, questions);
-    if (auto* const region = dynamic_cast<qcRegion*>(&object))
-        askRegion(*region, questions);
+    if (auto* const region = dynamic_cast<qcRegion*>(&object)) {
+        askFigure(*region, region->points(), questions);
+        for (bool const holes : {false, true})
+            questions.ask("crossings", [&] { region->intersections(*region, holes); });
+    }
     if (auto* const set = dynamic_cast<qcRegionSet*>(&object))
-        askSet(*set, questions);
+        askFigure(*set, {}, questions);
     if (auto* const typed = dynamic_cast<qcContourT<qcEdgelet>*>(&object))
         questions.ask("datum", [&] { typed->point(typed->datum({1, 2})); });
     return questions.failure();

