@@ -72,8 +72,9 @@ Image smoothed(Image const& image, double sigma)
     }
     auto const mean = [&](auto const& level) {
         double total = 0;
+        auto weight = weights.begin();
         for (int k = -half; k <= half; ++k)
-            total += weights[static_cast<std::size_t>(k + half)] * level(k);
+            total += *weight++ * level(k);
         return total / sum;
     };
     return alongLines(alongLines(image, true, mean), false, mean);

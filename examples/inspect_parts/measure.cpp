@@ -10,6 +10,7 @@
 std::vector<qcPtrHandle<TypedRegion>> makeRegions(std::vector<Part> const& parts)
 {
     std::vector<qcPtrHandle<TypedRegion>> regions;
+    regions.reserve(parts.size());
     for (Part const& part : parts)
         regions.emplace_back(new TypedRegion(part.edge, regions.size() + 1));
     return regions;

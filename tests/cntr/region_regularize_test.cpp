@@ -1,7 +1,10 @@
 // Regularised outlines and outer hulls: known shapes, seeded curves and lattice outlines.
 #include "tests/support/regions.h"
+#include "tools/cntr/read_outlines.h"
 
 #include <gtest/gtest.h>
+
+#include <fstream>
 
 using namespace qnTest;
 
@@ -58,6 +61,47 @@ bool compare(Points const& outline)
 
 std::string const kInvalid = "invalid contour";
 std::string const kEmpty = "qcContourDefs::EmptyContour";
+
+TEST(RegionRegularize, RealOutlinesOffsetCrudely)
+{
+    int crossing = 0;
+    for (auto const* name : {"countries.wkt", "glyphs.wkt", "horse.csv", "coins.csv"}) {
+        std::ifstream file(std::string(CNTR_EXAMPLE_DATA "/") + name);
+        for (auto const& [label, points, closed, holes, line] :
+             qnTool::readOutlines(file, name).outlines) {
+            SCOPED_TRACE(std::string(name) + ' ' + label);
+            double const size = qcContour(points).diameter(qcContourDefs::eFromFirstPoint);
+            Points offset;  // every vertex pushed aside, whatever that does to the outline
+            for (std::size_t i = 0, n = points.size(); i < n; ++i) {
+                auto const along = (points[(i + 1) % n] - points[(i + n - 1) % n]).unit();
+                offset.push_back(points[i] + qcVector<2>(-along.y(), along.x()) * (size * -0.03));
+            }
+            crossing += compare(offset);
+        }
+    }
+    EXPECT_GT(crossing, 20);
+}
+
+TEST(RegionRegularize, ShapeDoesNotDependOnPlaceAndDirection)
+{
+    int sameStart = 0;
+    qcXform<2> const moved(qcMatrix<2>(qcRadian(0.7), qcRadian(0.7), 1, 1), {1000.25, -333.5});
+    for (auto const& curve : crossingCurves(60)) {
+        SCOPED_TRACE(curve.name);
+        qcRegion elsewhere;
+        regionOf(curve.points).map(moved, elsewhere);
+        // The containment rays do not turn along: another edge may be found to face the outside.
+        if (qnPlain::startEdge(curve.points) != qnPlain::startEdge(elsewhere.points()))
+            continue;
+        ++sameStart;
+        Cleaned const here = hull(curve.points), there = hull(elsewhere.points());
+        ASSERT_EQ(here.error, there.error);
+        ASSERT_EQ(here.points.size(), there.points.size());
+        for (std::size_t i = 0; i < here.points.size(); ++i)
+            EXPECT_LT((moved * here.points[i]).distance(there.points[i]), 1e-6);
+    }
+    EXPECT_GT(sameStart, 10);
+}
 
 }  // namespace
 

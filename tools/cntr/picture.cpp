@@ -110,6 +110,7 @@ void Picture::ellipse(qcEllipse const& ellipse)
     if (!wanted())
         return;
     std::vector<qcVector<2>> points;
+    points.reserve(kSteps);
     for (int i = 0; i < kSteps; ++i)
         points.push_back(ellipse.pointAt(qcRadian(i * 2.0 * qnAngle::kPi / kSteps)));
     tablet_.polygon(points, line(kCurve, 0.8));

@@ -64,7 +64,7 @@ bool isDimension(std::string_view word)
 std::string withoutDimension(std::string const& word)
 {
     for (std::size_t length = 1; length <= 2 && length < word.size(); ++length) {
-        auto const stem = word.substr(0, word.size() - length);
+        auto stem = word.substr(0, word.size() - length);
         if (!isGeometry(word) && isGeometry(stem) && isDimension(word.substr(stem.size())))
             return stem;
     }
