@@ -43,6 +43,8 @@ Points outermost(Points const& points)
         }
     Points corners(found.begin(), found.end());
     corners.erase(std::unique(corners.begin(), corners.end()), corners.end());
+    if (corners.size() > 1 && corners.back() == corners.front())
+        corners.pop_back();
     return corners;
 }
 
