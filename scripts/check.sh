@@ -4,6 +4,9 @@
 # and the counts of instructions.
 set -uo pipefail
 cd "$(dirname "$0")/.."
+
+# What ccache keeps serves every checkout, wherever it lies.
+export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
 jobs=$(nproc)
 update=
 
