@@ -65,7 +65,7 @@ std::string const kEmpty = "qcContourDefs::EmptyContour";
 TEST(RegionRegularize, RealOutlinesOffsetCrudely)
 {
     int crossing = 0;
-    for (auto const* name : {"countries.wkt", "glyphs.wkt", "horse.csv", "coins.csv"}) {
+    for (auto const* name : {"countries.wkt", "glyphs.wkt", "coins.csv"}) {
         std::ifstream file(std::string(CNTR_EXAMPLE_DATA "/") + name);
         for (auto const& [label, points, closed, holes, line] :
              qnTool::readOutlines(file, name).outlines) {
