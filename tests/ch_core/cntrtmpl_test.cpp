@@ -90,8 +90,8 @@ TEST(ContourT, WithoutTransformOnlyEmptyListsWork)
     Contour noWayBack(Edgelets(), singular);
     noWayBack.points({{1, 2}});
     EXPECT_EQ(noWayBack.data(), bare({{3, 3}}));
-    EXPECT_THROW(noWayBack.point(kEdgelets[0]), qcBadPointer);
-    EXPECT_THROW(noWayBack.point(kEdgelets[0]), qcBadPointer);  // the null inverse is kept
+    for (int i = 0; i < 2; ++i)  // the null inverse is kept
+        EXPECT_THROW(noWayBack.point(kEdgelets[0]), qcBadPointer);
 }
 
 TEST(ContourT, ClonesTheCallersTransformAndSharesItsOwn)
@@ -123,14 +123,10 @@ public:
 
 protected:
     void cleanCacheInfo() override { told += 'c', Base::cleanCacheInfo(); }
-    void makeDataConsistentWithPoints() override
-    {
-        told += 'd', Base::makeDataConsistentWithPoints();
-    }
-    void makePointsConsistentWithData() override
-    {
-        told += 'p', Base::makePointsConsistentWithData();
-    }
+    // clang-format off
+    void makeDataConsistentWithPoints() override { told += 'd', Base::makeDataConsistentWithPoints(); }
+    void makePointsConsistentWithData() override { told += 'p', Base::makePointsConsistentWithData(); }
+    // clang-format on
 };
 
 TEST(ContourT, SettersReachOverriddenOperations)
@@ -140,10 +136,6 @@ TEST(ContourT, SettersReachOverriddenOperations)
         action();
         return object.told;
     };
-    Watched<Contour> c(kEdgelets);
-    EXPECT_EQ(c.told, "");
-    EXPECT_EQ(during(c, [&] { c.data(kEdgelets); }), "pcc");
-    EXPECT_EQ(during(c, [&] { c.points({{1, 1}}); }), "cdc");
     Watched<Region> r(kEdgelets, 3UL);
     EXPECT_EQ(during(r, [&] { r.data(kEdgelets); }), "pcc");
     EXPECT_EQ(during(r, [&] { r.points({{1, 1}}); }), "cdc");
@@ -160,7 +152,6 @@ TEST(RegionT, HasOneContourThroughBothBases)
     EXPECT_EQ(static_cast<qcContour*>(static_cast<qcRegion*>(&r)),
               static_cast<qcContour*>(static_cast<Contour*>(&r)));
     r.isClosed(true);
-    EXPECT_THROW(r.isClosed(false), qcContourDefs::RegionCannotBeSetOpen);
     EXPECT_THROW(static_cast<qcContour&>(r).isClosed(false), qcContourDefs::RegionCannotBeSetOpen);
     Contour open(kEdgelets);
     open.isClosed(false);
@@ -171,8 +162,6 @@ TEST(RegionT, HasOneContourThroughBothBases)
     EXPECT_TRUE(fromOpen.isClosed());
     EXPECT_EQ(fromOpen.data(), kEdgelets);
     EXPECT_EQ(fromOpen.length(), 16);  // of the closed outline
-    Region empty;
-    EXPECT_TRUE(empty.dataFromPointsXform().isNull());
 }
 
 TEST(RegionT, TypedHolesStayApart)
@@ -301,8 +290,6 @@ TEST(DataCarrying, RecordsHoldWhatTheySay)
     in || c;
     qcPersistent::removeListener(asking);
     EXPECT_EQ(c.point(qcEdgelet({3, 4}, 0, qcAngle8(0))), qcVector<2>(1, 2));
-    EXPECT_EQ(c.data(), kEdgelets);
-    EXPECT_EQ(c.points(), stored.points());
     EXPECT_TRUE(c != stored);
 
     // A region keeps outline, label and plain holes, no data; its record wraps the plain one.
@@ -314,17 +301,7 @@ TEST(DataCarrying, RecordsHoldWhatTheySay)
     plainOut || const_cast<qcRegion&>(plain);
     Bytes wrapped(1, 0);
     wrapped.insert(wrapped.end(), plainOut.bytes().begin(), plainOut.bytes().end());
-    EXPECT_EQ(typedOut.bytes(), wrapped);
-    auto const loaded = load(store(r));
-    auto const& back = dynamic_cast<Region&>(*loaded.object);
-    EXPECT_EQ(back.points(), r.points());
-    EXPECT_TRUE(back.data().empty() && back.holes().empty());
-    EXPECT_TRUE(back.dataFromPointsXform().isNull());
-
-    // Objects of both lists of a set come back as the same objects.
-    auto const set = load(store(Set({typedSquare(0, 0)})));
-    auto const& both = dynamic_cast<Set&>(*set.object);
-    EXPECT_EQ(both.regions()[0].get(), both.regionsT()[0].get());
+    EXPECT_EQ(typedOut.bytes(), wrapped);  // how records load: the golden archives
 }
 
 }  // namespace

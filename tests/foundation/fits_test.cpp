@@ -120,17 +120,19 @@ TEST(EllipseFit, HonoursItsParameters)
         EXPECT_LT(axisDifference(r.ellipse.rotation().toDouble(), 0.3), 1e-9) << reference;
     }
     points.insert(points.begin() + 7, {{5, 6}, {0.5, 3.5}});
-    qcEllipseFitResults all;
-    qcEllipseFitResults without;
+    qcEllipseFitResults all, without;
     qfEllipseFit(ellipseParams(), points, all);
     EXPECT_GT(all.residual, 0.1);  // with both outliers in
     qfEllipseFit(ellipseParams(0.0, 2), points, without);
     EXPECT_NEAR(without.ellipse.radii().x(), 4.0, 1e-9);
-    EXPECT_EQ(thrownBy(qfEllipseFit, ellipseParams(0.0, 0, 0.1), points), kResidual);
-    EXPECT_EQ(thrownBy(qfEllipseFit, ellipseParams(0.0, 48), points), kFew);
-    EXPECT_EQ(thrownBy(qfEllipseFit, ellipseParams(0.0, ~0ul), points), kFew);
-    EXPECT_EQ(thrownBy(qfEllipseFit, ellipseParams(kNaN), points), kParams);
-    EXPECT_EQ(thrownBy(qfEllipseFit, ellipseParams(0.0, 0, kNaN), points), kParams);
+    std::pair<qcEllipseFitParams, char const*> const cases[] = {
+        {ellipseParams(0.0, 0, 0.1), kResidual},
+        {ellipseParams(0.0, 48), kFew},
+        {ellipseParams(0.0, ~0ul), kFew},
+        {ellipseParams(kNaN), kParams},
+        {ellipseParams(0.0, 0, kNaN), kParams}};
+    for (auto const& [params, error] : cases)
+        EXPECT_EQ(thrownBy(qfEllipseFit, params, points), error);
 }
 
 TEST(EllipseFit, ResidualIsTheFirstOrderDistance)
