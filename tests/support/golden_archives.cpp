@@ -52,16 +52,13 @@ Root mixedSet()
     return root;
 }
 
-std::vector<qcEdgelet> edgelets()
-{
-    return {{{1, 2}, 0, qcAngle8(0)}, {{5, -2}, 65535, qcAngle8(255)}, {{3, 7}, 300, qcAngle8(64)}};
-}
-
 Root typedContour()
 {
     qcPtrHandle_const<qc2XformBase> const xform(
         new qc2XformLinear(qcMatrix<2>(2, 0, 0, 4), {1, -1}));
-    auto* const made = new TypedContour(edgelets(), xform);
+    std::vector<qcEdgelet> const edgelets{
+        {{1, 2}, 0, qcAngle8(0)}, {{5, -2}, 65535, qcAngle8(255)}, {{3, 7}, 300, qcAngle8(64)}};
+    auto* const made = new TypedContour(edgelets, xform);
     made->label(3);
     return rootOf(made);
 }
@@ -102,18 +99,10 @@ Bytes setOfVersionZero()
 
 Root setOfVersionZeroExpected()
 {
-    auto const region = [](Points const& points) {
-        return Handle(dynamic_cast<Plain*>(versionZeroRegion(points).counted.get()));
-    };
-    auto const first = region({{0, 0}, {1, 0}, {0, 1}});
-    return rootOf(new qcRegionSet({first, Handle(), first, region({{5, 5}})}));
-}
-
-Root typedContourOfVersionZero()
-{
-    auto* const made = new TypedContour;
-    static_cast<qcContour&>(*made) = qcContour(Points{{1, 2}}, true, 8);
-    return rootOf(made);
+    Root const roots[] = {versionZeroRegion({{0, 0}, {1, 0}, {0, 1}}), versionZeroRegion({{5, 5}})};
+    Handle const first(dynamic_cast<Plain*>(roots[0].object));
+    Handle const last(dynamic_cast<Plain*>(roots[1].object));
+    return rootOf(new qcRegionSet({first, Handle(), first, last}));
 }
 
 std::vector<Golden> oldRecords()
@@ -126,10 +115,15 @@ std::vector<Golden> oldRecords()
     typedV0.newObject("qcContourT<qcEdgelet>").byte(0).contour(8, {{1, 2}}).byte(0).number(0);
     auto const contourMade = [] { return contour({{1.5, -2}, {3, 4}}, false, 0, 6); };
     auto const regionMade = [] { return versionZeroRegion({{0, 0}, {4, 0}, {4, 4}}); };
+    auto const typedMade = [] {
+        auto* const made = new TypedContour;
+        static_cast<qcContour&>(*made) = qcContour(Points{{1, 2}}, true, 8);
+        return rootOf(made);
+    };
     return {{"contour_v0", false, contourMade, contourV0.bytes()},
             {"region_v0", false, regionMade, regionV0.bytes()},
             {"region_set_v0", false, setOfVersionZeroExpected, setOfVersionZero()},
-            {"typed_contour_v0", false, typedContourOfVersionZero, typedV0.bytes()}};
+            {"typed_contour_v0", false, typedMade, typedV0.bytes()}};
 }
 
 }  // namespace
@@ -186,16 +180,6 @@ Composer& Composer::text(std::string const& characters)
     number(characters.size());
     bytes_.insert(bytes_.end(), characters.begin(), characters.end());
     return *this;
-}
-
-Composer& Composer::newObject(std::string const& className)
-{
-    return byte(1).text(className);
-}
-
-Composer& Composer::reference(unsigned long object)
-{
-    return byte(2).number(object);
 }
 
 Composer& Composer::pointList(std::vector<std::pair<double, double>> const& points)

@@ -29,8 +29,8 @@ public:
     Composer& number(unsigned long value);  ///< 4 bytes
     Composer& real(double value);
     Composer& text(std::string const& characters);  ///< count and characters
-    Composer& newObject(std::string const& className);
-    Composer& reference(unsigned long object);
+    Composer& newObject(std::string const& className) { return byte(1).text(className); }
+    Composer& reference(unsigned long object) { return byte(2).number(object); }
     Composer& null() { return byte(0); }
     Composer& pointList(std::vector<std::pair<double, double>> const& points);
     /// The contour record of version 1 without the points' own object around it.

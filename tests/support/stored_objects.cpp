@@ -69,7 +69,7 @@ private:
         if (auto const* const set = dynamic_cast<qcRegionSetT<qcEdgelet> const*>(&object))
             list(set->regionsT());
         if (auto const* const xform = dynamic_cast<qc2XformBase const*>(&object))
-            for (qcVector<2> const p : {qcVector<2>(0, 0), qcVector<2>(1, 0), qcVector<2>(0, 1)})
+            for (qcVector<2> const p : {qcVector<2>(0, 0), {1, 0}, {0, 1}})
                 out_ << xform->mapPoint(p).x() << ',' << xform->mapPoint(p).y() << ' ';
     }
 
@@ -87,8 +87,7 @@ private:
 };
 
 /// Runs queries one by one and remembers the first that threw what it must not.
-class Questions {
-public:
+struct Questions {
     template <class Query>
     void ask(char const* name, Query query)
     {
@@ -97,15 +96,12 @@ public:
         } catch (qcContourDefs::Errors const&) {
         } catch (qcBadPointer const&) {
         } catch (std::exception const& error) {
-            if (failure_.empty())
-                failure_ = std::string(name) + ": " + error.what();
+            if (failure.empty())
+                failure = std::string(name) + ": " + error.what();
         }
     }
 
-    std::string failure() const { return failure_; }
-
-private:
-    std::string failure_;
+    std::string failure;
 };
 
 std::vector<qcVector<2>> places(std::vector<qcVector<2>> const& points)
@@ -237,7 +233,7 @@ std::string askEverything(qcPersistent& object)
         askFigure(*set, {}, questions);
     if (auto* const typed = dynamic_cast<qcContourT<qcEdgelet>*>(&object))
         questions.ask("datum", [&] { typed->point(typed->datum({1, 2})); });
-    return questions.failure();
+    return questions.failure;
 }
 
 }  // namespace qnTest
