@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <fstream>
@@ -133,8 +134,7 @@ TEST(ReadOutlines, ReportsFaultsAndKeepsTheRest)
          "MULTIPOLYGON"},
         {"height without saying so", "LINESTRING (0 0 0, 1 1 1)", "",
          "f:1: expected ',' or ')' after a point of x and y, found '0, 1 1 1)'"},
-        {"unclosed", "POINT EMPTY POINT ((1 1)", "",
-         "f:1: POINT is not read: expected LINESTRING, POLYGON, MULTILINESTRING or MULTIPOLYGON\n"
+        {"unclosed", "POINT ((1 1)", "",
          "f:1: POINT is not read: expected LINESTRING, POLYGON, MULTILINESTRING or MULTIPOLYGON\n"
          "f:1: POINT has no closing ')': the rest was left out"},
     };
@@ -188,10 +188,10 @@ TEST(ReadOutlines, TakesEveryShippedFile)
 {
     struct {
         char const* file;
-        std::size_t outlines, holes, closed;
-    } const cases[] = {{"countries.wkt", 38, 1, 38}, {"borders.wkt", 4, 0, 0},
-                       {"manhattan.wkt", 13, 0, 13}, {"glyphs.wkt", 25, 20, 25},
-                       {"horse.csv", 2, 0, 2},       {"coins.csv", 24, 0, 24}};
+        std::size_t counts[3];  // outlines, holes, closed
+    } const cases[] = {{"countries.wkt", {38, 1, 38}}, {"borders.wkt", {4, 0, 0}},
+                       {"manhattan.wkt", {13, 0, 13}}, {"glyphs.wkt", {25, 20, 25}},
+                       {"horse.csv", {2, 0, 2}},       {"coins.csv", {24, 0, 24}}};
     for (auto const& c : cases) {
         std::ifstream in(std::string(CNTR_EXAMPLE_DATA "/") + c.file);
         auto const result = readOutlines(in, c.file);
@@ -201,9 +201,8 @@ TEST(ReadOutlines, TakesEveryShippedFile)
             closed += outline.closed;
         }
         EXPECT_EQ(errorsOf(result), "");
-        EXPECT_EQ(result.outlines.size(), c.outlines) << c.file;
-        EXPECT_EQ(holes, c.holes) << c.file;
-        EXPECT_EQ(closed, c.closed) << c.file;
+        auto const counts = {result.outlines.size(), holes, closed};
+        EXPECT_TRUE(std::equal(counts.begin(), counts.end(), c.counts)) << c.file;
         auto const again = read(written(result.outlines, {result.format, {}}));
         ASSERT_EQ(again.outlines.size(), result.outlines.size()) << c.file;
         for (std::size_t i = 0; i < again.outlines.size(); ++i) {
