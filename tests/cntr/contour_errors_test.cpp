@@ -28,7 +28,7 @@ class ContourError : public testing::Test {
 
 using Classes = testing::Types<qcContourDefs::EmptyContour, qcContourDefs::EmptyRegionSet,
                                qcContourDefs::BadParams, qcContourDefs::RegionCannotBeSetOpen>;
-TYPED_TEST_SUITE(ContourError, Classes);
+TYPED_TEST_SUITE(ContourError, Classes, );  // clang wants the last argument named, if empty
 
 template <class E>
 constexpr long kNumber = 0;

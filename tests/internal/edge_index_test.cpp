@@ -57,7 +57,10 @@ Points places(Points const& points, std::mt19937& random)
 TEST(EdgeIndex, NearestIsThatOfAllEdgesAndVertices)
 {
     std::mt19937 random(3);
-    for (auto const& [outline, index] : indexed(21, 400)) {
+    // By name, for a lambda cannot take a structured binding.
+    for (auto const& item : indexed(21, 400)) {
+        auto const& outline = item.outline;
+        auto const& index = item.index;
         SCOPED_TRACE(outline.name);
         auto const edges = edgeCount(outline.points.size(), outline.closed);
         for (auto const& place : places(outline.points, random)) {
@@ -83,7 +86,9 @@ TEST(EdgeIndex, NearestIsThatOfAllEdgesAndVertices)
 TEST(EdgeIndex, ProposesEveryEdgeThatASegmentMeets)
 {
     std::mt19937 random(5);
-    for (auto const& [outline, index] : indexed(22, 400)) {
+    for (auto const& item : indexed(22, 400)) {
+        auto const& outline = item.outline;
+        auto const& index = item.index;
         SCOPED_TRACE(outline.name);
         auto const ends = places(outline.points, random);
         for (std::size_t i = 0; i + 1 < ends.size(); ++i) {
@@ -109,7 +114,9 @@ TEST(EdgeIndex, FarthestPairAndSelfCrossingAreThoseOfAllPairs)
 {
     int crossing = 0;
     auto const all = indexed(23, 1500);
-    for (auto const& [outline, index] : all) {
+    for (auto const& item : all) {
+        auto const& outline = item.outline;
+        auto const& index = item.index;
         SCOPED_TRACE(outline.name);
         auto const plain = farthestPair(outline.points);
         auto const found = farthestPair(outline.points, index);
@@ -128,7 +135,9 @@ TEST(Parity, WhereItIsCertainTheRayAgrees)
 {
     std::mt19937 random(7);
     int certain = 0;
-    for (auto const& [outline, index] : indexed(24, 1200)) {
+    for (auto const& item : indexed(24, 1200)) {
+        auto const& outline = item.outline;
+        auto const& index = item.index;
         if (outline.points.size() < 3)
             continue;
         SCOPED_TRACE(outline.name);
