@@ -65,9 +65,8 @@ void index_hits(benchmark::State& state)
         auto const asked = query(given, i);
         SegmentReach const reach(asked.a(), asked.b(), index.scale());
         std::size_t hits = 0;
-        index.forEachLeaf(0, reach, [&](std::size_t leaf) {
+        index.forEachLeaf(reach, [&](std::size_t leaf) {
             hits += hitsBetween(given.outline, asked, index.leafBegin(leaf), index.leafEnd(leaf));
-            return false;
         });
         return hits;
     });
@@ -95,7 +94,7 @@ void index_nearest(benchmark::State& state)
     auto const& given = star(state);
     EdgeIndex const index(given.outline, true);
     rotate(state, [&](std::size_t i) {
-        return nearestEdge(index, given.outline, true, given.queries[i]).distance;
+        return nearestEdge(index, given.outline, given.queries[i]).distance;
     });
 }
 BENCHMARK(index_nearest)->RangeMultiplier(2)->Range(8, 512);

@@ -50,7 +50,7 @@ qcVector<2> qcContour::closestPoint(qcVector<2> const& point, bool verticesOnly)
     bool const closed = isClosed();
     auto const* const edges = edgeIndex();
     if (edges && qnInternal::isRegularPoint(point)) {
-        auto const k = qnInternal::nearestEdge(*edges, points_, closed, point).index;
+        auto const k = qnInternal::nearestEdge(*edges, points_, point).index;
         return nearestOnEdge(qnInternal::edgeStart(points_, closed, k),
                              qnInternal::edgeEnd(points_, closed, k), point);
     }

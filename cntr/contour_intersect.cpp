@@ -9,34 +9,18 @@
 
 #include <qc/core/compare.h>
 
+#include <algorithm>
+
 using qnInternal::Box;
+using qnInternal::BoxGroup;
 using qnInternal::EdgeHit;
 using qnInternal::EdgeIndex;
 using qnInternal::HitQuery;
 
 namespace {
 
-/// Collects the hits of a query on edges of one contour.
-class Hits {
-public:
-    Hits(std::vector<qcVector<2>> const& points, bool closed) : points_(points), closed_(closed) {}
-
-    void look(HitQuery const& query, std::size_t begin, std::size_t end)
-    {
-        for (std::size_t k = begin; k < end; ++k)
-            if (auto const point = query.meets(qnInternal::edgeStart(points_, closed_, k),
-                                               qnInternal::edgeEnd(points_, closed_, k)))
-                hits.push_back({*point, static_cast<int>(k)});
-    }
-
-    std::vector<EdgeHit> hits;
-
-private:
-    std::vector<qcVector<2>> const& points_;
-    bool closed_;
-};
-
-/// The edges of a contour in one place, for several queries there.
+/// The edges of a contour that a query may meet, from those of a whole stretch of another contour down
+/// to those near one of its edges.
 class NearEdges {
 public:
     NearEdges(std::vector<qcVector<2>> const& points, bool closed)
@@ -48,13 +32,24 @@ public:
     void collect(EdgeIndex const& index, Box const& place)
     {
         edges_.clear();
-        index.forEachLeaf(
-            0, [&](Box const& box) { return overlap(box, place); },
-            [&](std::size_t leaf) {
-                for (std::size_t k = index.leafBegin(leaf); k < index.leafEnd(leaf); ++k)
-                    take(k, place);
-                return false;
-            });
+        index.forEachLeaf([&](BoxGroup const& boxes) { return boxes.overlapping(place); },
+                          [&](std::size_t leaf) {
+                              for (std::size_t k = index.leafBegin(leaf); k < index.leafEnd(leaf);
+                                   ++k)
+                                  take(k, place);
+                          });
+        if (!index.inOutlineOrder())
+            std::sort(edges_.begin(), edges_.end(),
+                      [](Edge const& a, Edge const& b) { return a.number < b.number; });
+    }
+
+    /// Takes those of `others` whose boxes overlap `place`.
+    void collect(NearEdges const& others, Box const& place)
+    {
+        edges_.clear();
+        for (auto const& edge : others.edges_)
+            if (overlap(edge.box, place))
+                edges_.push_back(edge);
     }
 
     bool empty() const { return edges_.empty(); }
@@ -90,6 +85,25 @@ private:
     std::vector<Edge> edges_;
 };
 
+std::vector<qcVector<2>> pointsOf(std::vector<EdgeHit> const& hits)
+{
+    std::vector<qcVector<2>> points;
+    points.reserve(hits.size());
+    for (auto const& hit : hits)
+        points.push_back(hit.point);
+    return points;
+}
+
+/// The box of edges [begin, end).
+Box boxOfEdges(std::vector<qcVector<2>> const& points, bool closed, std::size_t begin,
+               std::size_t end)
+{
+    Box box = qnInternal::boxOf(qnInternal::edgeStart(points, closed, begin));
+    for (std::size_t k = begin; k < end; ++k)
+        enclose(box, qnInternal::edgeEnd(points, closed, k));
+    return box;
+}
+
 }  // namespace
 
 EdgeIndex const* qcContour::edgeIndex() const
@@ -104,20 +118,28 @@ EdgeIndex const* qcContour::edgeIndex() const
 
 std::vector<EdgeHit> qcContour::hits(HitQuery const& query) const
 {
-    Hits found(points_, isClosed());
+    std::vector<EdgeHit> found;
     if (!overlap({bounds().min, bounds().max}, query.box()))
-        return {};
-    EdgeIndex const* const index = query.regular() ? edgeIndex() : nullptr;
-    if (index)
-        index->forEachLeaf(0, qnInternal::SegmentReach(query.a(), query.b(), index->scale()),
-                           [&](std::size_t leaf) {
-                               found.look(query, index->leafBegin(leaf), index->leafEnd(leaf));
-                               return false;
-                           });
-    else
-        found.look(query, 0, qnInternal::edgeCount(points_.size(), isClosed()));
-    query.sortAlong(found.hits);
-    return found.hits;
+        return found;
+    bool const closed = isClosed();
+    auto const look = [&](std::size_t begin, std::size_t end) {
+        for (std::size_t k = begin; k < end; ++k)
+            if (auto const point = query.meets(qnInternal::edgeStart(points_, closed, k),
+                                               qnInternal::edgeEnd(points_, closed, k)))
+                found.push_back({*point, static_cast<int>(k)});
+    };
+    if (EdgeIndex const* const index = query.regular() ? edgeIndex() : nullptr) {
+        index->forEachLeaf(
+            qnInternal::SegmentReach(query.a(), query.b(), index->scale()),
+            [&](std::size_t leaf) { look(index->leafBegin(leaf), index->leafEnd(leaf)); });
+        if (!index->inOutlineOrder())
+            std::sort(found.begin(), found.end(),
+                      [](EdgeHit const& a, EdgeHit const& b) { return a.edge < b.edge; });
+    } else {
+        look(0, qnInternal::edgeCount(points_.size(), closed));
+    }
+    query.sortAlong(found);
+    return found;
 }
 
 std::vector<qcVector<2>> qcContour::intersections(qcLineSeg const& segment,
@@ -127,29 +149,26 @@ std::vector<qcVector<2>> qcContour::intersections(qcLineSeg const& segment,
     checkEmptyContour();
     segIndices.clear();
     auto const meetings = hits(HitQuery(segment.p1(), segment.p2(), touchingEnds));
-    std::vector<qcVector<2>> found;
-    found.reserve(meetings.size());
     segIndices.reserve(meetings.size());
-    for (auto const& hit : meetings) {
-        found.push_back(hit.point);
+    for (auto const& hit : meetings)
         segIndices.push_back(hit.edge);
-    }
-    return found;
+    return pointsOf(meetings);
 }
 
 std::vector<qcVector<2>> qcContour::intersections(qcLineSeg const& segment, bool touchingEnds) const
 {
-    std::vector<int> ignored;
-    return intersections(segment, ignored, touchingEnds);
+    checkEmptyContour();
+    return pointsOf(hits(HitQuery(segment.p1(), segment.p2(), touchingEnds)));
 }
 
 std::vector<qcVector<2>> qcContour::intersections(qcContour const& other) const
 {
     checkEmptyContour();
     std::vector<qcVector<2>> found;
-    EdgeIndex const* const otherIndex = edgeIndex() ? other.edgeIndex() : nullptr;
-    if (otherIndex) {
-        appendHits(other, *otherIndex, found);
+    EdgeIndex const* const index = edgeIndex();
+    // Edges that no index holds may be of any kind: one box decides for each, as in the plain loop.
+    if (index && !other.points_.empty() && other.bounds().finite) {
+        appendHits(other, *index, found);
         return found;
     }
     qnInternal::forEachEdge(other.points_, other.isClosed(),
@@ -160,21 +179,29 @@ std::vector<qcVector<2>> qcContour::intersections(qcContour const& other) const
     return found;
 }
 
-void qcContour::appendHits(qcContour const& other, EdgeIndex const& otherIndex,
+void qcContour::appendHits(qcContour const& other, EdgeIndex const& index,
                            std::vector<qcVector<2>>& found) const
 {
-    EdgeIndex const& index = *edgeIndex();
-    bool const otherClosed = other.isClosed();
-    NearEdges near(points_, isClosed());
+    // One descent serves a long stretch of the other contour, its edges are then sifted twice.
+    constexpr std::size_t kStretch = 64;
+    constexpr std::size_t kRun = 8;
+    bool const closed = other.isClosed();
+    std::size_t const count = qnInternal::edgeCount(other.points_.size(), closed);
+    NearEdges nearStretch(points_, isClosed());
+    NearEdges nearRun(points_, isClosed());
     std::vector<EdgeHit> met;
-    for (std::size_t leaf = 0; leaf < otherIndex.leafCount(); ++leaf) {
-        near.collect(index, otherIndex.leafBox(leaf));
-        if (near.empty())
+    for (std::size_t run = 0; run < count; run += kRun) {
+        if (run % kStretch == 0)
+            nearStretch.collect(
+                index, boxOfEdges(other.points_, closed, run, std::min(run + kStretch, count)));
+        if (nearStretch.empty())
             continue;
-        for (std::size_t k = otherIndex.leafBegin(leaf); k < otherIndex.leafEnd(leaf); ++k) {
-            HitQuery const query(qnInternal::edgeStart(other.points_, otherClosed, k),
-                                 qnInternal::edgeEnd(other.points_, otherClosed, k), true);
-            near.look(query, met);
+        std::size_t const end = std::min(run + kRun, count);
+        nearRun.collect(nearStretch, boxOfEdges(other.points_, closed, run, end));
+        for (std::size_t k = run; k < end && !nearRun.empty(); ++k) {
+            HitQuery const query(qnInternal::edgeStart(other.points_, closed, k),
+                                 qnInternal::edgeEnd(other.points_, closed, k), true);
+            nearRun.look(query, met);
             query.sortAlong(met);
             for (auto const& hit : met)
                 found.push_back(hit.point);

@@ -51,15 +51,10 @@ bool HitQuery::surelyMisses(qcVector<2> const& from, qcVector<2> const& to) cons
            onOneSide(edge.cross(a_ - from), edge.cross(b_ - from), edge * edge * (margin * margin));
 }
 
-std::optional<qcVector<2>> HitQuery::meets(qcVector<2> const& from, qcVector<2> const& to) const
+std::optional<qcVector<2>> HitQuery::meetsInBox(qcVector<2> const& from,
+                                                qcVector<2> const& to) const
 {
-    if (qfRealEq(from, to, kSamePoint))
-        return std::nullopt;
-    Box edgeBox = boxOf(from);
-    enclose(edgeBox, to);
-    if (!overlap(edgeBox, box_))
-        return std::nullopt;
-    if (surelyMisses(from, to))
+    if (qfRealEq(from, to, kSamePoint) || surelyMisses(from, to))
         return std::nullopt;
     qcVector<2> const edgeDirection = to - from;
     if (areParallel(edgeDirection, direction_))

@@ -33,13 +33,21 @@ public:
 
     /// Where the edge between two points meets the segment. An edge whose ends are one point, or
     /// parallel to the segment, does not.
-    std::optional<qcVector<2>> meets(qcVector<2> const& from, qcVector<2> const& to) const;
+    std::optional<qcVector<2>> meets(qcVector<2> const& from, qcVector<2> const& to) const
+    {
+        Box edge = boxOf(from);
+        enclose(edge, to);
+        return overlap(edge, box_) ? meetsInBox(from, to) : std::nullopt;
+    }
 
     /// Orders hits along the segment, from a to b; hits come in ascending order of edges. The order
     /// of hits equally far along is that of a plain exchange sort.
     void sortAlong(std::vector<EdgeHit>& hits) const;
 
 private:
+    /// meets() for an edge whose box overlaps that of the segment.
+    std::optional<qcVector<2>> meetsInBox(qcVector<2> const& from, qcVector<2> const& to) const;
+
     /// True only where the edge lies off the segment's line, or the segment off the edge's, by more
     /// than a meeting point can be off either.
     bool surelyMisses(qcVector<2> const& from, qcVector<2> const& to) const;

@@ -1,12 +1,96 @@
-// Building the hierarchy of edge boxes.
+// Building the hierarchy of edge boxes, and which of its boxes a segment can meet edges in.
 #include "cntr/internal/edge_index.h"
 
 #include "cntr/internal/tolerances.h"
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace qnInternal {
+
+namespace {
+
+/// Nearer to 0 no coordinate may be, save 0 itself: others differ by 1e-140 where they differ.
+constexpr double kSmallestRegular = 1e-120;
+
+/// What a run of edges adds up to.
+struct Run {
+    Pair low;
+    Pair high;
+    Pair lowStep;  // the smallest differences of consecutive points, or 0
+    Pair highStep;
+    Pair sum;  // of the differences: NaN where a coordinate is
+};
+
+/// Of the edges to `count` points, the first of them from `from`.
+Run runOver(qcVector<2> const& from, qcVector<2> const* points, std::size_t count)
+{
+    Pair previous = pairOf(from);
+    Run run{previous, previous, Pair{}, Pair{}, Pair{}};
+    for (std::size_t i = 0; i < count; ++i) {
+        Pair const point = pairOf(points[i]);
+        run.low = smaller(point, run.low);
+        run.high = larger(point, run.high);
+        Pair const step = point - previous;
+        run.lowStep = smaller(step, run.lowStep);
+        run.highStep = larger(step, run.highStep);
+        run.sum += step;
+        previous = point;
+    }
+    return run;
+}
+
+/// Whether a coordinate is so near to 0 that squares of differences lose digits.
+bool isTooSmall(double coordinate)
+{
+    return coordinate != 0 && std::fabs(coordinate) < kSmallestRegular;
+}
+
+/// Whether one of the points between `low` and `high` has a coordinate that is too small.
+bool anyTooSmall(Run const& run, qcVector<2> const* points, std::size_t count)
+{
+    auto const mayBe = [&](std::size_t axis) {
+        return run.low[axis] < kSmallestRegular && run.high[axis] > -kSmallestRegular;
+    };
+    return (mayBe(0) || mayBe(1)) &&
+           std::any_of(points, points + count, [](qcVector<2> const& point) {
+               return isTooSmall(point.x()) || isTooSmall(point.y());
+           });
+}
+
+/// The bits of `value` with a 0 after each.
+std::uint32_t spread(std::uint32_t value)
+{
+    value = (value | (value << 8)) & 0x00ff00ffU;
+    value = (value | (value << 4)) & 0x0f0f0f0fU;
+    value = (value | (value << 2)) & 0x33333333U;
+    return (value | (value << 1)) & 0x55555555U;
+}
+
+/// How far along a Hilbert curve through a square of 65536 x 65536 a place lies: bit by bit from the
+/// top, a quarter of the square says how the curve in it is turned (D. Hilbert, 1891).
+std::uint32_t alongCurve(std::uint32_t x, std::uint32_t y)
+{
+    std::uint32_t first = 0;
+    std::uint32_t second = 0;
+    for (std::uint32_t bit = 1U << 15; bit != 0; bit >>= 1) {
+        bool const right = (x & bit) != 0;
+        bool const top = (y & bit) != 0;
+        first |= right ? bit : 0;
+        second |= right != top ? bit : 0;
+        if (top)
+            continue;
+        if (right) {
+            x = ~x;
+            y = ~y;
+        }
+        std::swap(x, y);
+    }
+    return spread(first) << 1 | spread(second);
+}
+
+}  // namespace
 
 // A computed meeting point is within kOnSegment of the edge and of the segment, save for the rounding
 // of those distances: a few ulps of the coordinates. Twice the sum is ample.
@@ -19,65 +103,129 @@ SegmentReach::SegmentReach(qcVector<2> const& a, qcVector<2> const& b, double sc
     slack_ = (absX_ + absY_) * (4 * kOnSegment + 1e-12 * largest);
 }
 
-EdgeIndex::EdgeIndex(std::vector<qcVector<2>> const& points, bool closed)
-    : edgeCount_(edgeCount(points.size(), closed)), closed_(closed)
+unsigned SegmentReach::operator()(BoxGroup const& boxes) const
 {
-    std::size_t const room = edgeCount_ / kFan + edgeCount_ / (kFan * (kFan - 1)) + 24;
-    boxes_.reserve(room);
-    ways_.reserve(room);
-    double notFinite = 0;  // becomes NaN with the first coordinate that is not finite
-    double shortest = 1;   // of the larger extents of edges that have one
-    // From the start of edge 0 on, the ends of the edges stand one behind the other.
-    qcVector<2> from = edgeStart(points, closed, 0);
-    qcVector<2> const* to = closed ? points.data() : points.data() + 1;
-    for (std::size_t begin = 0; begin < edgeCount_; begin += kFan) {
-        std::size_t const count = std::min(kFan, edgeCount_ - begin);
-        Box box = boxOf(from);
-        Box along{};  // the extremes of the edges' directions, and 0
-        for (std::size_t i = 0; i < count; ++i, ++to) {
-            enclose(box, *to);
-            notFinite += (to->x() + to->y()) * 0.0;
-            qcVector<2> const direction = *to - from;
-            enclose(along, direction);
-            double const extent = std::max(std::fabs(direction.x()), std::fabs(direction.y()));
-            shortest = extent != 0 && extent < shortest ? extent : shortest;
-            from = *to;
-        }
-        boxes_.push_back(box);
-        ways_.push_back(waysOf(along));
-    }
-    notFinite += (points.front().x() + points.front().y()) * 0.0;
-    levelBegin_[1] = boxes_.size();
-    addLevelsAbove();
-    scale_ = largestCoordinate(rootBox());
-    regular_ =
-        notFinite == 0 && shortest * shortest >= kShortestSquare && scale_ <= kLargestRegular;
+    unsigned const near = boxes.overlapping(box_);
+    if (near == 0)
+        return 0;
+    unsigned const onOneSide = eightBits([&](std::size_t i) {
+        Pair const half = both(0.5);
+        Pair const lowX = pairAt(boxes.minX, i);
+        Pair const lowY = pairAt(boxes.minY, i);
+        Pair const highX = pairAt(boxes.maxX, i);
+        Pair const highY = pairAt(boxes.maxY, i);
+        Pair const reach =
+            absX_ * ((highY - lowY) * half) + absY_ * ((highX - lowX) * half) + slack_;
+        Pair const offset = direction_.x() * ((lowY + highY) * half - a_.y()) -
+                            direction_.y() * ((lowX + highX) * half - a_.x());
+        return (offset > reach) | (-offset > reach);
+    });
+    return near & ~onOneSide;
 }
 
-unsigned char EdgeIndex::waysOf(Box const& along)
+EdgeIndex::EdgeIndex(std::vector<qcVector<2>> const& points, bool closed)
+    : edgeCount_(edgeCount(points.size(), closed)), vertexCount_(points.size()), closed_(closed)
 {
-    return static_cast<unsigned char>(
-        (along.min.x() < 0 ? kLeft : 0U) | (along.max.x() > 0 ? kRight : 0U) |
-        (along.min.y() < 0 ? kDown : 0U) | (along.max.y() > 0 ? kUp : 0U));
+    boxCount_[0] = (edgeCount_ + kFan - 1) / kFan;
+    std::size_t groups = 0;
+    for (;; ++levelCount_) {
+        groupBegin_[levelCount_ - 1] = groups;
+        boxCount_[levelCount_] = (boxCount_[levelCount_ - 1] + kFan - 1) / kFan;
+        groups += boxCount_[levelCount_];
+        if (boxCount_[levelCount_] <= 1)
+            break;
+    }
+    groups_.resize(groups);
+    ways_.resize(groups * kFan);
+    addLeaves(points);
+    addLevelsAbove();
+    rootBox_ = groups_.back().all();
+    scale_ = largestCoordinate(rootBox_);
+    regular_ = regular_ && scale_ <= kLargestRegular;
+    if (regular_ && foldsBack()) {
+        sortLeavesAlongCurve();
+        addLevelsAbove();
+    }
+}
+
+void EdgeIndex::addLeaves(std::vector<qcVector<2>> const& points)
+{
+    // From the start of edge 0 on, the ends of the edges stand one behind the other.
+    qcVector<2> from = edgeStart(points, closed_, 0);
+    qcVector<2> const* to = closed_ ? points.data() : points.data() + 1;
+    Pair sum{};
+    bool tooSmall = isTooSmall(from.x()) || isTooSmall(from.y());
+    for (std::size_t leaf = 0; leaf < leafCount(); ++leaf) {
+        std::size_t const count = leafEnd(leaf) - leafBegin(leaf);
+        Run const run = runOver(from, to, count);
+        sum += run.sum;
+        tooSmall = tooSmall || anyTooSmall(run, to, count);
+        groups_[leaf / kFan].set(leaf % kFan,
+                                 {{run.low[0], run.low[1]}, {run.high[0], run.high[1]}});
+        ways_[leaf] = static_cast<unsigned char>(
+            (run.lowStep[0] < 0 ? kLeft : 0U) | (run.highStep[0] > 0 ? kRight : 0U) |
+            (run.lowStep[1] < 0 ? kDown : 0U) | (run.highStep[1] > 0 ? kUp : 0U));
+        to += count;
+        from = to[-1];
+    }
+    regular_ = !tooSmall && sum[0] - sum[0] == 0 && sum[1] - sum[1] == 0;
 }
 
 void EdgeIndex::addLevelsAbove()
 {
-    for (; nodeCount(levelCount_ - 1) > 1; ++levelCount_) {
-        std::size_t const levelEnd = boxes_.size();
-        for (std::size_t begin = levelBegin_[levelCount_ - 1]; begin < levelEnd; begin += kFan) {
-            std::size_t const end = std::min(begin + kFan, levelEnd);
-            Box all = boxes_[begin];
+    for (std::size_t level = 1; level < levelCount_; ++level)
+        for (std::size_t node = 0; node < boxCount_[level]; ++node) {
+            auto const of = groupBegin_[level - 1] + node;
+            groups_[groupBegin_[level] + node / kFan].set(node % kFan, groups_[of].all());
             unsigned ways = 0;
-            for (std::size_t i = begin; i < end; ++i) {
-                enclose(all, boxes_[i].min);
-                enclose(all, boxes_[i].max);
-                ways |= ways_[i];
-            }
-            boxes_.push_back(all);
-            ways_.push_back(static_cast<unsigned char>(ways));
+            for (std::size_t i = 0; i < boxesIn(level - 1, node); ++i)
+                ways |= ways_[of * kFan + i];
+            ways_[groupBegin_[level] * kFan + node] = static_cast<unsigned char>(ways);
         }
-        levelBegin_[levelCount_ + 1] = boxes_.size();
+}
+
+bool EdgeIndex::foldsBack() const
+{
+    // Boxes over equal stretches of a simple outline without long folds cover little of its box.
+    constexpr double kMostCovered = 1.5;
+    auto const area = [](Box const& box) {
+        return (box.max.x() - box.min.x()) * (box.max.y() - box.min.y());
+    };
+    for (std::size_t level = 1; level < levelCount_; ++level) {
+        double sum = 0;
+        for (std::size_t node = 0; node < boxCount_[level]; ++node)
+            sum += area(box(level, node));
+        if (sum > kMostCovered * area(rootBox_))
+            return true;
+    }
+    return false;
+}
+
+void EdgeIndex::sortLeavesAlongCurve()
+{
+    qcVector<2> const extent = rootBox_.max - rootBox_.min;
+    double const cells = 65535 / std::max(extent.x(), extent.y());
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> places(leafCount());
+    for (std::size_t leaf = 0; leaf < places.size(); ++leaf) {
+        Box const leafBox = box(0, leaf);
+        qcVector<2> const place =
+            ((leafBox.min - rootBox_.min) + (leafBox.max - rootBox_.min)) * (0.5 * cells);
+        places[leaf] = {alongCurve(static_cast<std::uint32_t>(place.x()),
+                                   static_cast<std::uint32_t>(place.y())),
+                        static_cast<std::uint32_t>(leaf)};
+    }
+    std::sort(places.begin(), places.end());
+    leafAt_.resize(places.size());
+    std::vector<Box> boxes(places.size());
+    std::vector<unsigned char> ways(places.size());
+    for (std::size_t node = 0; node < places.size(); ++node) {
+        leafAt_[node] = places[node].second;
+        boxes[node] = box(0, leafAt_[node]);
+        ways[node] = ways_[leafAt_[node]];
+    }
+    for (std::size_t node = 0; node < boxes.size(); ++node) {
+        groups_[node / kFan].set(node % kFan, boxes[node]);
+        ways_[node] = ways[node];
     }
 }
 

@@ -5,13 +5,14 @@
 #pragma once
 
 #include "cntr/internal/box.h"
+#include "cntr/internal/box_group.h"
 #include "cntr/internal/edge_walk.h"
 
 #include <qc/core/vector.h>
 
 #include <array>
 #include <cstddef>
-#include <limits>
+#include <cstdint>
 #include <vector>
 
 namespace qnInternal {
@@ -26,19 +27,8 @@ public:
     /// `scale` bounds the coordinates of the edges.
     SegmentReach(qcVector<2> const& a, qcVector<2> const& b, double scale);
 
-    /// False only where no edge inside `box` can meet the segment.
-    bool operator()(Box const& box) const
-    {
-        if (!overlap(box, box_))
-            return false;
-        double const height = (box.max.y() - box.min.y()) * 0.5;
-        double const width = (box.max.x() - box.min.x()) * 0.5;
-        qcVector<2> const center((box.min.x() + box.max.x()) * 0.5,
-                                 (box.min.y() + box.max.y()) * 0.5);
-        double const offset = direction_.cross(center - a_);
-        double const reach = absX_ * height + absY_ * width + slack_;
-        return !(offset > reach || -offset > reach);
-    }
+    /// Leaves out boxes only where no edge inside can meet the segment.
+    unsigned operator()(BoxGroup const& boxes) const;
 
 private:
     qcVector<2> a_;
@@ -49,14 +39,15 @@ private:
     Box box_;
 };
 
-/// A box over every eight consecutive edges and a hierarchy of eights above, in outline order, so
-/// that edges come out ascending by themselves. Built in one pass, about 5 bytes an edge.
+/// A box over every eight consecutive edges, a leaf, and a hierarchy of eights above. Built in one
+/// pass, about 5 bytes an edge.
 ///
-/// Where the outline jumps about at random, boxes hold back nothing and a query looks at all edges,
-/// which costs about what the plain loop does.
+/// The leaves stand in outline order, and then edges come out ascending. Where the outline folds
+/// back on itself so often that boxes over long stretches overlap (a comb, a spiral, a cloud of
+/// points in any order), they stand along a space-filling curve instead, at twice the cost.
 class EdgeIndex {
 public:
-    static constexpr std::size_t kFan = 8;
+    static constexpr std::size_t kFan = BoxGroup::kSize;
 
     EdgeIndex(std::vector<qcVector<2>> const& points, bool closed);
 
@@ -70,9 +61,12 @@ public:
     /// The largest absolute coordinate.
     double scale() const { return scale_; }
 
-    std::size_t leafCount() const { return nodeCount(0); }
-    Box const& leafBox(std::size_t leaf) const { return boxes_[leaf]; }
-    Box const& rootBox() const { return boxes_.back(); }
+    Box const& rootBox() const { return rootBox_; }
+
+    /// Whether leaves come out in ascending order.
+    bool inOutlineOrder() const { return leafAt_.empty(); }
+
+    std::size_t leafCount() const { return boxCount_[0]; }
 
     /// Edges [begin, end) of a leaf.
     std::size_t leafBegin(std::size_t leaf) const { return leaf * kFan; }
@@ -81,82 +75,89 @@ public:
         return leaf + 1 == leafCount() ? edgeCount_ : (leaf + 1) * kFan;
     }
 
-    /// Calls visit(leaf) in ascending order for the leaves from `first` on whose boxes, and those
-    /// above them, `touches` accepts; stops when visit returns true, and returns whether it did.
+    /// The vertices from leafBegin() on that lie in the leaf's box and in that of no later leaf.
+    std::size_t verticesEnd(std::size_t leaf) const
+    {
+        return leaf + 1 == leafCount() ? vertexCount_ : (leaf + 1) * kFan;
+    }
+
+    /// Calls visit(leaf) for the leaves whose boxes, and those above them, `touches` accepts:
+    /// touches(BoxGroup) has a bit for every box to go on with.
     template <class Touches, class Visit>
-    bool forEachLeaf(std::size_t first, Touches const& touches, Visit const& visit) const
+    void forEachLeaf(Touches const& touches, Visit const& visit) const
     {
-        return descend(levelCount_ - 1, 0, first, touches, visit);
+        descend(levelCount_ - 1, 0, touches, visit);
     }
 
-    /// Whether edges of a node run both ways in x or both ways in y. If not, they meet nowhere but
-    /// at shared ends; so if neither do those of this node and the next one together.
-    bool turns(std::size_t level, std::size_t node) const
-    {
-        return turnsBack(ways_[levelBegin_[level] + node]);
-    }
-    bool turnsWithNext(std::size_t level, std::size_t node) const
-    {
-        std::size_t const at = levelBegin_[level] + node;
-        return turnsBack(ways_[at] | ways_[at + 1]);
-    }
-
-    /// Level 0 holds the leaves, the last level the root alone.
+    /// Level 0 holds the boxes of the leaves, the last level a single group. Box `node` of a level
+    /// is that of group `node` of the level below.
     std::size_t levelCount() const { return levelCount_; }
-    std::size_t nodeCount(std::size_t level) const
+    BoxGroup const& group(std::size_t level, std::size_t number) const
     {
-        return levelBegin_[level + 1] - levelBegin_[level];
+        return groups_[groupBegin_[level] + number];
     }
-    Box const& box(std::size_t level, std::size_t node) const
+    std::size_t boxesIn(std::size_t level, std::size_t group) const
     {
-        return boxes_[levelBegin_[level] + node];
+        return std::min(kFan, boxCount_[level] - group * kFan);
     }
-
-    /// The nodes of the level below are [node * kFan, childEnd).
-    std::size_t childEnd(std::size_t level, std::size_t node) const
+    Box box(std::size_t level, std::size_t node) const
     {
-        std::size_t const below = nodeCount(level - 1);
-        return node * kFan + kFan < below ? node * kFan + kFan : below;
+        return group(level, node / kFan).box(node % kFan);
     }
 
-private:
-    /// The ways in which edges run, as bits.
-    enum Way : unsigned { kLeft = 1, kRight = 2, kDown = 4, kUp = 8 };
+    /// The leaf whose box is `node` of level 0.
+    std::size_t leafAt(std::size_t node) const { return inOutlineOrder() ? node : leafAt_[node]; }
 
-    static bool turnsBack(unsigned ways)
+    /// Whether the edges of two nodes together run both ways in x or both ways in y. If those of one
+    /// node do not, they meet nowhere but at shared ends; nor do those of two that are neighbours
+    /// on the outline.
+    bool turn(std::size_t level, std::size_t node, std::size_t other) const
     {
+        unsigned const ways = waysOf(level, node) | waysOf(level, other);
         return (ways & (kLeft | kRight)) == (kLeft | kRight) ||
                (ways & (kDown | kUp)) == (kDown | kUp);
     }
 
-    static unsigned char waysOf(Box const& along);
+private:
+    /// The ways in which edges run, as bits.
+    enum Way : unsigned { kLeft = 1, kRight = 2, kDown = 4, kUp = 8, kAnyWay = 15 };
+
+    unsigned waysOf(std::size_t level, std::size_t node) const
+    {
+        return ways_[groupBegin_[level] * kFan + node];
+    }
+
+    void addLeaves(std::vector<qcVector<2>> const& points);
     void addLevelsAbove();
+    bool foldsBack() const;
+    void sortLeavesAlongCurve();
 
     template <class Touches, class Visit>
-    bool descend(std::size_t level, std::size_t node, std::size_t first, Touches const& touches,
+    void descend(std::size_t level, std::size_t number, Touches const& touches,
                  Visit const& visit) const
     {
-        if (!touches(box(level, node)))
-            return false;
-        if (level == 0)
-            return visit(node);
-        std::size_t const end = childEnd(level, node);
-        for (std::size_t child = node * kFan; child < end; ++child) {
-            std::size_t const lastLeaf = ((child + 1) << (3 * (level - 1))) - 1;
-            if (lastLeaf >= first && descend(level - 1, child, first, touches, visit))
-                return true;
-        }
-        return false;
+        unsigned const all = (1U << boxesIn(level, number)) - 1;
+        forEachBit(touches(group(level, number)) & all, [&](std::size_t i) {
+            std::size_t const node = number * kFan + i;
+            if (level == 0)
+                visit(leafAt(node));
+            else
+                descend(level - 1, node, touches, visit);
+        });
     }
 
     std::size_t edgeCount_;
+    std::size_t vertexCount_;
     bool closed_;
-    double scale_ = 0;
     bool regular_ = true;
+    double scale_ = 0;
+    Box rootBox_;
     std::size_t levelCount_ = 1;
-    std::array<std::size_t, 24> levelBegin_{};  // 8^22 edges are more than memory holds
-    std::vector<Box> boxes_;                    // level by level
-    std::vector<unsigned char> ways_;           // as boxes_
+    std::array<std::size_t, 24> boxCount_{};    // 8^22 edges are more than memory holds
+    std::array<std::size_t, 24> groupBegin_{};  // both by level
+    std::vector<BoxGroup> groups_;              // level by level
+    std::vector<unsigned char> ways_;           // as the boxes in groups_
+    std::vector<std::uint32_t> leafAt_;         // empty in outline order
 };
 
 }  // namespace qnInternal

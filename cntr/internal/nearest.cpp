@@ -5,7 +5,6 @@
 
 #include <qc/core/internal/plane.h>
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
@@ -14,31 +13,63 @@ namespace qnInternal {
 
 namespace {
 
-double squaredDistance(Box const& box, qcVector<2> const& point)
+/// Squares of the distances of boxes i and i + 1 from a point.
+Pair squaredDistances(BoxGroup const& boxes, std::size_t i, qcVector<2> const& point)
 {
-    double const dx = std::max({box.min.x() - point.x(), point.x() - box.max.x(), 0.0});
-    double const dy = std::max({box.min.y() - point.y(), point.y() - box.max.y(), 0.0});
+    Pair const x = both(point.x());
+    Pair const y = both(point.y());
+    Pair const dx = larger(larger(pairAt(boxes.minX, i) - x, x - pairAt(boxes.maxX, i)), Pair{});
+    Pair const dy = larger(larger(pairAt(boxes.minY, i) - y, y - pairAt(boxes.maxY, i)), Pair{});
     return dx * dx + dy * dy;
 }
 
+/// Square of the distance of the box of two points from a third one.
+double squaredDistance(qcVector<2> const& a, qcVector<2> const& b, qcVector<2> const& point)
+{
+    Pair const p = pairOf(point);
+    Pair const d =
+        larger(larger(smaller(pairOf(a), pairOf(b)) - p, p - larger(pairOf(a), pairOf(b))), Pair{});
+    Pair const squares = d * d;
+    return squares[0] + squares[1];
+}
+
 /// The search for the smallest (distance, index) in lexicographic order.
-template <class Distance>
 class Search {
 public:
-    /// `distance(i)` is the distance of item i; items of leaf j are those of [8 j, 8 j + 8), the last
-    /// leaf's reaching up to `itemCount`.
-    Search(EdgeIndex const& index, std::size_t itemCount, qcVector<2> const& point,
-           Distance const& distance)
-        : index_(index), itemCount_(itemCount), point_(point), distance_(distance)
+    Search(EdgeIndex const& index, std::vector<qcVector<2>> const& points, qcVector<2> const& point)
+        : index_(index), points_(points), point_(point),
+          // The computed distance of an edge falls short of the true one by at most some ulps of the
+          // distance and of the edge's length (cancellation in its cross product).
+          shortfall_(1e-13 * (index.rootBox().max - index.rootBox().min).len())
     {
-        Box const& root = index.rootBox();
-        extent_ = (root.max - root.min).len();
     }
 
-    Nearest run()
+    /// `look(leaf)` considers what lies in a leaf.
+    template <class Look>
+    Nearest run(Look const& look)
     {
-        visit(index_.levelCount() - 1, 0);
+        visit(index_.levelCount() - 1, 0, look);
         return best_;
+    }
+
+    void lookAtEdges(std::size_t leaf)
+    {
+        std::size_t const end = index_.leafEnd(leaf);
+        for (std::size_t k = index_.leafBegin(leaf); k < end; ++k) {
+            qcVector<2> const& from = edgeStart(points_, index_.closed(), k);
+            qcVector<2> const& to = edgeEnd(points_, index_.closed(), k);
+            if (!(squaredDistance(from, to, point_) > limit_))
+                consider(segmentDistance(from, to, point_), k);
+        }
+    }
+
+    void lookAtVertices(std::size_t leaf)
+    {
+        for (std::size_t i = index_.leafBegin(leaf); i < index_.verticesEnd(leaf); ++i) {
+            qcVector<2> const d = point_ - points_[i];
+            if (!(d * d > limit_))
+                consider(d.len(), i);
+        }
     }
 
 private:
@@ -47,68 +78,74 @@ private:
         std::size_t node;
     };
 
-    void visit(std::size_t level, std::size_t node)
+    template <class Look>
+    void visit(std::size_t level, std::size_t number, Look const& look)
     {
-        if (level == 0) {
-            look(node);
-            return;
-        }
-        std::size_t const begin = node * EdgeIndex::kFan;
-        std::size_t const count = index_.childEnd(level, node) - begin;
         std::array<Child, EdgeIndex::kFan> children;
-        for (std::size_t i = 0; i < count; ++i) {  // nearest boxes first
-            Child const child{squaredDistance(index_.box(level - 1, begin + i), point_), begin + i};
-            std::size_t at = i;
-            for (; at > 0 && children[at - 1].squared > child.squared; --at)
-                children[at] = children[at - 1];
-            children[at] = child;
+        std::size_t const count = nearestFirst(level, number, children);
+        for (std::size_t i = 0; i < count && !(children[i].squared > limit_); ++i) {
+            if (level == 0)
+                look(index_.leafAt(children[i].node));
+            else
+                visit(level - 1, children[i].node, look);
         }
-        for (std::size_t i = 0; i < count && !(children[i].squared > limit_); ++i)
-            visit(level - 1, children[i].node);
     }
 
-    void look(std::size_t leaf)
+    /// Fills `children` with the boxes of a group that are near enough; gives their number.
+    std::size_t nearestFirst(std::size_t level, std::size_t number,
+                             std::array<Child, EdgeIndex::kFan>& children) const
     {
-        std::size_t const begin = leaf * EdgeIndex::kFan;
-        std::size_t const end =
-            leaf + 1 == index_.leafCount() ? itemCount_ : begin + EdgeIndex::kFan;
-        for (std::size_t i = begin; i < end; ++i) {
-            double const d = distance_(i);
-            if (d < best_.distance || (d == best_.distance && i < best_.index)) {
-                best_ = {d, i};
-                // The computed distance of an edge falls short of the true one by at most some ulps
-                // of the distance and of the edge's length (cancellation in its cross product).
-                double const reach = d * (1 + 1e-13) + 1e-13 * extent_;
-                limit_ = reach * reach;
-            }
+        BoxGroup const& boxes = index_.group(level, number);
+        std::size_t const available = index_.boxesIn(level, number);
+        Eight squared;
+        for (std::size_t i = 0; i < 4; ++i) {
+            Pair const two = squaredDistances(boxes, i, point_);
+            squared[2 * i] = two[0];
+            squared[2 * i + 1] = two[1];
+        }
+        std::size_t count = 0;
+        for (std::size_t i = 0; i < available; ++i) {
+            if (squared[i] > limit_)
+                continue;
+            std::size_t at = count++;
+            for (; at > 0 && children[at - 1].squared > squared[i]; --at)
+                children[at] = children[at - 1];
+            children[at] = {squared[i], number * EdgeIndex::kFan + i};
+        }
+        return count;
+    }
+
+    void consider(double distance, std::size_t index)
+    {
+        if (distance < best_.distance || (distance == best_.distance && index < best_.index)) {
+            best_ = {distance, index};
+            double const reach = distance * (1 + 1e-13) + shortfall_;
+            limit_ = reach * reach;
         }
     }
 
     EdgeIndex const& index_;
-    std::size_t itemCount_;
+    std::vector<qcVector<2>> const& points_;
     qcVector<2> point_;
-    Distance const& distance_;
-    double extent_;
+    double shortfall_;
     Nearest best_{std::numeric_limits<double>::infinity(), 0};
     double limit_ = std::numeric_limits<double>::infinity();
 };
 
 }  // namespace
 
-Nearest nearestEdge(EdgeIndex const& index, std::vector<qcVector<2>> const& points, bool closed,
+Nearest nearestEdge(EdgeIndex const& index, std::vector<qcVector<2>> const& points,
                     qcVector<2> const& point)
 {
-    auto const distance = [&](std::size_t k) {
-        return segmentDistance(edgeStart(points, closed, k), edgeEnd(points, closed, k), point);
-    };
-    return Search(index, edgeCount(points.size(), closed), point, distance).run();
+    Search search(index, points, point);
+    return search.run([&](std::size_t leaf) { search.lookAtEdges(leaf); });
 }
 
 Nearest nearestVertex(EdgeIndex const& index, std::vector<qcVector<2>> const& points,
                       qcVector<2> const& point)
 {
-    auto const distance = [&](std::size_t i) { return point.distance(points[i]); };
-    return Search(index, points.size(), point, distance).run();
+    Search search(index, points, point);
+    return search.run([&](std::size_t leaf) { search.lookAtVertices(leaf); });
 }
 
 bool isRegularPoint(qcVector<2> const& point)

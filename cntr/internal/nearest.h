@@ -19,7 +19,7 @@ struct Nearest {
 
 /// The edge with the smallest distance to `point`, the first on a tie: what the plain loop over
 /// all edges finds. `index` is regular and `point` within its bounds.
-Nearest nearestEdge(EdgeIndex const& index, std::vector<qcVector<2>> const& points, bool closed,
+Nearest nearestEdge(EdgeIndex const& index, std::vector<qcVector<2>> const& points,
                     qcVector<2> const& point);
 
 /// The same for the vertices.

@@ -33,14 +33,13 @@ public:
     {
     }
 
-    /// False only where no point of the box is seen in the wedge.
-    bool operator()(Box const& box) const
+    /// Leaves out boxes only where no point inside is seen in the wedge.
+    unsigned operator()(BoxGroup const& boxes) const
     {
-        qcVector<2> const low = box.min - apex_;
-        qcVector<2> const high = box.max - apex_;
-        double const slack = kRounding * (absoluteSum(low) + absoluteSum(high));
-        return !(largestCross(right_, low, high) < -slack) &&
-               !(-largestCross(-left_, low, high) > slack);
+        unsigned bits = 0;
+        for (std::size_t i = 0; i < BoxGroup::kSize; ++i)
+            bits |= mayBeSeen(boxes.box(i)) ? 1U << i : 0U;
+        return bits;
     }
 
     /// Appends the angle of `vertex` where it is at least the first and below the second one.
@@ -57,6 +56,15 @@ public:
 
 private:
     static constexpr double kRounding = 1e-12;
+
+    bool mayBeSeen(Box const& box) const
+    {
+        qcVector<2> const low = box.min - apex_;
+        qcVector<2> const high = box.max - apex_;
+        double const slack = kRounding * (absoluteSum(low) + absoluteSum(high));
+        return !(largestCross(right_, low, high) < -slack) &&
+               !(-largestCross(-left_, low, high) > slack);
+    }
 
     static double absoluteSum(qcVector<2> const& v) { return std::fabs(v.x()) + std::fabs(v.y()); }
 
@@ -111,10 +119,9 @@ std::optional<qcVector<2>> rayDirection(std::vector<qcVector<2>> const& outline,
         double const to = from + std::min(width, kTurn / 4);
         Wedge const wedge(point, from, to);
         angles.clear();
-        index.forEachLeaf(0, wedge, [&](std::size_t leaf) {
-            for (std::size_t i = index.leafBegin(leaf); i < index.leafEnd(leaf); ++i)
+        index.forEachLeaf(wedge, [&](std::size_t leaf) {
+            for (std::size_t i = index.leafBegin(leaf); i < index.verticesEnd(leaf); ++i)
                 wedge.appendAngle(outline[i], angles);
-            return false;
         });
         std::sort(angles.begin(), angles.end());
         for (double const angle : angles) {

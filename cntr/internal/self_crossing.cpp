@@ -76,52 +76,61 @@ private:
         return some;
     }
 
-    /// Whether two edges of one node meet.
-    bool within(std::size_t level, std::size_t node) const
+    /// Whether two edges below the boxes of one group meet.
+    bool within(std::size_t level, std::size_t group) const
     {
-        if (!index_.turns(level, node))
-            return false;
-        if (level == 0)
-            return withinLeaf(node);
-        std::size_t const end = index_.childEnd(level, node);
-        for (std::size_t i = node * EdgeIndex::kFan; i < end; ++i) {
-            if (within(level - 1, i))
+        BoxGroup const& boxes = index_.group(level, group);
+        std::size_t const begin = group * EdgeIndex::kFan;
+        for (std::size_t i = 0; i < index_.boxesIn(level, group); ++i) {
+            std::size_t const node = begin + i;
+            if (index_.turn(level, node, node) &&
+                (level == 0 ? withinLeaf(node) : within(level - 1, node)))
                 return true;
-            for (std::size_t j = i + 1; j < end; ++j)
-                if (between(level - 1, i, j))
-                    return true;
+            unsigned const later = boxes.overlapping(boxes.box(i)) & (~1U << i);
+            if (anyBit(later, [&](std::size_t j) { return between(level, node, begin + j); }))
+                return true;
         }
         return false;
     }
 
-    /// Whether an edge of node a meets one of the later node b.
+    /// Whether an edge below one box meets one below another, which overlaps it.
     bool between(std::size_t level, std::size_t a, std::size_t b) const
     {
-        if (!overlap(index_.box(level, a), index_.box(level, b)) ||
-            (a + 1 == b && !index_.turnsWithNext(level, a)))
+        if (areNeighbours(level, a, b) && !index_.turn(level, a, b))
             return false;
         if (level == 0)
             return betweenLeaves(a, b);
-        for (std::size_t i = a * EdgeIndex::kFan; i < index_.childEnd(level, a); ++i)
-            if (overlap(index_.box(level - 1, i), index_.box(level, b)))
-                for (std::size_t j = b * EdgeIndex::kFan; j < index_.childEnd(level, b); ++j)
-                    if (between(level - 1, i, j))
-                        return true;
-        return false;
+        BoxGroup const& boxes = index_.group(level - 1, a);
+        BoxGroup const& others = index_.group(level - 1, b);
+        unsigned const near = boxes.overlapping(index_.box(level, b));
+        return anyBit(near, [&](std::size_t i) {
+            return anyBit(others.overlapping(boxes.box(i)), [&](std::size_t j) {
+                return between(level - 1, a * EdgeIndex::kFan + i, b * EdgeIndex::kFan + j);
+            });
+        });
     }
 
-    bool withinLeaf(std::size_t leaf) const
+    /// Whether the edges of b follow those of a on the outline, or the other way round.
+    bool areNeighbours(std::size_t level, std::size_t a, std::size_t b) const
     {
-        auto const some = overlapping(leaf, index_.leafBox(leaf));
+        if (index_.inOutlineOrder())
+            return a + 1 == b;
+        return level == 0 && (index_.leafAt(a) + 1 == index_.leafAt(b) ||
+                              index_.leafAt(b) + 1 == index_.leafAt(a));
+    }
+
+    bool withinLeaf(std::size_t node) const
+    {
+        auto const some = overlapping(index_.leafAt(node), index_.box(0, node));
         return anyTwoMeet(some.edges.data(), some.edges.data() + some.count);
     }
 
     bool betweenLeaves(std::size_t a, std::size_t b) const
     {
-        auto const some = overlapping(a, index_.leafBox(b));
+        auto const some = overlapping(index_.leafAt(a), index_.box(0, b));
         if (some.count == 0)
             return false;
-        auto const others = overlapping(b, index_.leafBox(a));
+        auto const others = overlapping(index_.leafAt(b), index_.box(0, a));
         for (std::size_t i = 0; i < some.count; ++i)
             for (std::size_t j = 0; j < others.count; ++j)
                 if (meet(some.edges[i], others.edges[j]))

@@ -274,7 +274,7 @@ private:
     qnInternal::EdgeIndex const* edgeIndex() const;
 
     std::vector<qnInternal::EdgeHit> hits(qnInternal::HitQuery const& query) const;
-    void appendHits(qcContour const& other, qnInternal::EdgeIndex const& otherIndex,
+    void appendHits(qcContour const& other, qnInternal::EdgeIndex const& index,
                     std::vector<qcVector<2>>& found) const;
 
     // Whether the outline, taken as closed, contains a point; nothing where only the ray can tell.

@@ -71,7 +71,7 @@ TEST(EdgeIndex, NearestIsThatOfAllEdgesAndVertices)
             };
             for (std::size_t k = 1; k < edges; ++k)
                 edge = distance(k) < distance(edge) ? k : edge;
-            EXPECT_EQ(nearestEdge(index, outline.points, outline.closed, place).index, edge);
+            EXPECT_EQ(nearestEdge(index, outline.points, place).index, edge);
             auto const vertex = std::min_element(outline.points.begin(), outline.points.end(),
                                                  [&](auto const& a, auto const& b) {
                                                      return place.distance(a) < place.distance(b);
@@ -96,11 +96,8 @@ TEST(EdgeIndex, ProposesEveryEdgeThatASegmentMeets)
             if (!query.regular())
                 continue;
             std::vector<bool> proposed(index.leafCount(), false);
-            index.forEachLeaf(0, SegmentReach(ends[i], ends[i + 1], index.scale()),
-                              [&](std::size_t leaf) {
-                                  proposed[leaf] = true;
-                                  return false;
-                              });
+            index.forEachLeaf(SegmentReach(ends[i], ends[i + 1], index.scale()),
+                              [&](std::size_t leaf) { proposed[leaf] = true; });
             for (std::size_t leaf = 0; leaf < index.leafCount(); ++leaf)
                 for (auto k = index.leafBegin(leaf); k < index.leafEnd(leaf); ++k)
                     EXPECT_TRUE(proposed[leaf] ||

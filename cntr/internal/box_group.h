@@ -1,0 +1,127 @@
+/// Eight boxes side by side, so that a question is put to all of them at once.
+#pragma once
+
+#include "cntr/internal/box.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstring>
+#include <limits>
+
+namespace qnInternal {
+
+/// Two doubles that are computed with together: x and y of a point, or one bound of two boxes.
+using Pair = double __attribute__((vector_size(16)));
+using PairMask = decltype(Pair{} < Pair{});  // all bits of a half, or none
+
+inline Pair both(double value)
+{
+    return Pair{value, value};
+}
+
+inline Pair pairOf(qcVector<2> const& point)
+{
+    return Pair{point.x(), point.y()};
+}
+
+/// The smaller of each two numbers, that of `b` where one is NaN.
+inline Pair smaller(Pair a, Pair b)
+{
+    return a < b ? a : b;
+}
+
+/// The larger of each two numbers, that of `b` where one is NaN.
+inline Pair larger(Pair a, Pair b)
+{
+    return a > b ? a : b;
+}
+
+/// One number for each of eight boxes.
+using Eight = std::array<double, 8>;
+
+inline Pair pairAt(Eight const& numbers, std::size_t i)
+{
+    Pair pair;
+    std::memcpy(&pair, &numbers[2 * i], sizeof pair);
+    return pair;
+}
+
+/// Bit k is that of number k where test(i) gives the masks of the numbers 2 i and 2 i + 1.
+template <class Test>
+unsigned eightBits(Test const& test)
+{
+    PairMask bits{};
+    for (int i = 0; i < 4; ++i)
+        bits |= test(static_cast<std::size_t>(i)) & PairMask{1 << (2 * i), 2 << (2 * i)};
+    return static_cast<unsigned>(bits[0] | bits[1]);
+}
+
+/// Calls visit(k) for every bit k, ascending.
+template <class Visit>
+void forEachBit(unsigned bits, Visit const& visit)
+{
+    for (; bits != 0; bits &= bits - 1)
+        visit(static_cast<std::size_t>(__builtin_ctz(bits)));
+}
+
+/// Whether test(k) holds for some bit k; asked in ascending order, up to the first.
+template <class Test>
+bool anyBit(unsigned bits, Test const& test)
+{
+    for (; bits != 0; bits &= bits - 1)
+        if (test(static_cast<std::size_t>(__builtin_ctz(bits))))
+            return true;
+    return false;
+}
+
+/// Up to eight boxes. Places beyond the last one hold a box that overlaps none.
+struct BoxGroup {
+    static constexpr std::size_t kSize = 8;
+
+    Eight minX;
+    Eight minY;
+    Eight maxX;
+    Eight maxY;
+
+    BoxGroup()
+    {
+        constexpr double kFar = std::numeric_limits<double>::infinity();
+        minX.fill(kFar);
+        minY.fill(kFar);
+        maxX.fill(-kFar);
+        maxY.fill(-kFar);
+    }
+
+    Box box(std::size_t i) const { return {{minX[i], minY[i]}, {maxX[i], maxY[i]}}; }
+
+    void set(std::size_t i, Box const& box)
+    {
+        minX[i] = box.min.x();
+        minY[i] = box.min.y();
+        maxX[i] = box.max.x();
+        maxY[i] = box.max.y();
+    }
+
+    /// The box of all.
+    Box all() const
+    {
+        return {{*std::min_element(minX.begin(), minX.end()),
+                 *std::min_element(minY.begin(), minY.end())},
+                {*std::max_element(maxX.begin(), maxX.end()),
+                 *std::max_element(maxY.begin(), maxY.end())}};
+    }
+
+    /// Which boxes share a point with `other`.
+    unsigned overlapping(Box const& other) const
+    {
+        return eightBits([&](std::size_t i) {
+            return (pairAt(maxX, i) >= both(other.min.x())) &
+                   (pairAt(minX, i) <= both(other.max.x())) &
+                   (pairAt(maxY, i) >= both(other.min.y())) &
+                   (pairAt(minY, i) <= both(other.max.y()));
+        });
+    }
+};
+
+}  // namespace qnInternal
