@@ -65,7 +65,7 @@ void index_hits(benchmark::State& state)
         auto const asked = query(given, i);
         SegmentReach const reach(asked.a(), asked.b(), index.scale());
         std::size_t hits = 0;
-        index.forEachLeaf(reach, [&](std::size_t leaf) {
+        index.forEachLeaf(reach, [&](std::size_t leaf, Box const&) {
             hits += hitsBetween(given.outline, asked, index.leafBegin(leaf), index.leafEnd(leaf));
         });
         return hits;

@@ -19,8 +19,34 @@ using qnInternal::HitQuery;
 
 namespace {
 
-/// The edges of a contour that a query may meet, from those of a whole stretch of another contour down
-/// to those near one of its edges.
+/// The leaves of an index in one place.
+class NearLeaves {
+public:
+    struct Leaf {
+        std::size_t number;
+        Box box;
+    };
+
+    /// Takes the leaves whose boxes overlap `place`, ascending.
+    void collect(EdgeIndex const& index, Box const& place)
+    {
+        leaves_.clear();
+        index.forEachLeaf([&](BoxGroup const& boxes) { return boxes.overlapping(place); },
+                          [&](std::size_t leaf, Box const& box) {
+                              leaves_.push_back({leaf, box});
+                          });
+        if (!index.inOutlineOrder())
+            std::sort(leaves_.begin(), leaves_.end(),
+                      [](Leaf const& a, Leaf const& b) { return a.number < b.number; });
+    }
+
+    std::vector<Leaf> const& leaves() const { return leaves_; }
+
+private:
+    std::vector<Leaf> leaves_;
+};
+
+/// The edges of a contour in one place, for several queries there.
 class NearEdges {
 public:
     NearEdges(std::vector<qcVector<2>> const& points, bool closed)
@@ -28,28 +54,15 @@ public:
     {
     }
 
-    /// Takes the edges whose boxes overlap `place`, ascending.
-    void collect(EdgeIndex const& index, Box const& place)
+    /// Takes the edges of `leaves` whose boxes overlap `place`, ascending.
+    void collect(EdgeIndex const& index, NearLeaves const& leaves, Box const& place)
     {
         edges_.clear();
-        index.forEachLeaf([&](BoxGroup const& boxes) { return boxes.overlapping(place); },
-                          [&](std::size_t leaf) {
-                              for (std::size_t k = index.leafBegin(leaf); k < index.leafEnd(leaf);
-                                   ++k)
-                                  take(k, place);
-                          });
-        if (!index.inOutlineOrder())
-            std::sort(edges_.begin(), edges_.end(),
-                      [](Edge const& a, Edge const& b) { return a.number < b.number; });
-    }
-
-    /// Takes those of `others` whose boxes overlap `place`.
-    void collect(NearEdges const& others, Box const& place)
-    {
-        edges_.clear();
-        for (auto const& edge : others.edges_)
-            if (overlap(edge.box, place))
-                edges_.push_back(edge);
+        for (auto const& leaf : leaves.leaves())
+            if (overlap(leaf.box, place))
+                for (std::size_t k = index.leafBegin(leaf.number); k < index.leafEnd(leaf.number);
+                     ++k)
+                    take(k, place);
     }
 
     bool empty() const { return edges_.empty(); }
@@ -74,10 +87,13 @@ private:
 
     void take(std::size_t k, Box const& place)
     {
-        Box box = qnInternal::boxOf(qnInternal::edgeStart(points_, closed_, k));
-        enclose(box, qnInternal::edgeEnd(points_, closed_, k));
-        if (overlap(box, place))
-            edges_.push_back({box, k});
+        qcVector<2> const& from = qnInternal::edgeStart(points_, closed_, k);
+        qcVector<2> const& to = qnInternal::edgeEnd(points_, closed_, k);
+        if (!qnInternal::edgeOverlaps(from, to, place))
+            return;
+        Box box = qnInternal::boxOf(from);
+        enclose(box, to);
+        edges_.push_back({box, k});
     }
 
     std::vector<qcVector<2>> const& points_;
@@ -129,9 +145,10 @@ std::vector<EdgeHit> qcContour::hits(HitQuery const& query) const
                 found.push_back({*point, static_cast<int>(k)});
     };
     if (EdgeIndex const* const index = query.regular() ? edgeIndex() : nullptr) {
-        index->forEachLeaf(
-            qnInternal::SegmentReach(query.a(), query.b(), index->scale()),
-            [&](std::size_t leaf) { look(index->leafBegin(leaf), index->leafEnd(leaf)); });
+        index->forEachLeaf(qnInternal::SegmentReach(query.a(), query.b(), index->scale()),
+                           [&](std::size_t leaf, Box const&) {
+                               look(index->leafBegin(leaf), index->leafEnd(leaf));
+                           });
         if (!index->inOutlineOrder())
             std::sort(found.begin(), found.end(),
                       [](EdgeHit const& a, EdgeHit const& b) { return a.edge < b.edge; });
@@ -187,21 +204,21 @@ void qcContour::appendHits(qcContour const& other, EdgeIndex const& index,
     constexpr std::size_t kRun = 8;
     bool const closed = other.isClosed();
     std::size_t const count = qnInternal::edgeCount(other.points_.size(), closed);
-    NearEdges nearStretch(points_, isClosed());
-    NearEdges nearRun(points_, isClosed());
+    NearLeaves leaves;
+    NearEdges edges(points_, isClosed());
     std::vector<EdgeHit> met;
     for (std::size_t run = 0; run < count; run += kRun) {
         if (run % kStretch == 0)
-            nearStretch.collect(
-                index, boxOfEdges(other.points_, closed, run, std::min(run + kStretch, count)));
-        if (nearStretch.empty())
+            leaves.collect(index,
+                           boxOfEdges(other.points_, closed, run, std::min(run + kStretch, count)));
+        if (leaves.leaves().empty())
             continue;
         std::size_t const end = std::min(run + kRun, count);
-        nearRun.collect(nearStretch, boxOfEdges(other.points_, closed, run, end));
-        for (std::size_t k = run; k < end && !nearRun.empty(); ++k) {
+        edges.collect(index, leaves, boxOfEdges(other.points_, closed, run, end));
+        for (std::size_t k = run; k < end && !edges.empty(); ++k) {
             HitQuery const query(qnInternal::edgeStart(other.points_, closed, k),
                                  qnInternal::edgeEnd(other.points_, closed, k), true);
-            nearRun.look(query, met);
+            edges.look(query, met);
             query.sortAlong(met);
             for (auto const& hit : met)
                 found.push_back(hit.point);

@@ -37,6 +37,16 @@ inline Pair larger(Pair a, Pair b)
     return a > b ? a : b;
 }
 
+/// Whether the box of an edge overlaps `box`: as boxOf(), enclose() and overlap() one after the other
+/// have it, for a NaN as well.
+inline bool edgeOverlaps(qcVector<2> const& from, qcVector<2> const& to, Box const& box)
+{
+    Pair const low = smaller(pairOf(to), pairOf(from));
+    Pair const high = larger(pairOf(to), pairOf(from));
+    PairMask const both = (high >= pairOf(box.min)) & ~(low > pairOf(box.max));
+    return (both[0] & both[1]) != 0;
+}
+
 /// One number for each of eight boxes.
 using Eight = std::array<double, 8>;
 

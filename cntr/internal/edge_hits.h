@@ -3,6 +3,7 @@
 #pragma once
 
 #include "cntr/internal/box.h"
+#include "cntr/internal/box_group.h"
 
 #include <qc/core/vector.h>
 
@@ -35,9 +36,7 @@ public:
     /// parallel to the segment, does not.
     std::optional<qcVector<2>> meets(qcVector<2> const& from, qcVector<2> const& to) const
     {
-        Box edge = boxOf(from);
-        enclose(edge, to);
-        return overlap(edge, box_) ? meetsInBox(from, to) : std::nullopt;
+        return edgeOverlaps(from, to, box_) ? meetsInBox(from, to) : std::nullopt;
     }
 
     /// Orders hits along the segment, from a to b; hits come in ascending order of edges. The order

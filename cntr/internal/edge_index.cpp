@@ -59,35 +59,43 @@ bool anyTooSmall(Run const& run, qcVector<2> const* points, std::size_t count)
            });
 }
 
-/// The bits of `value` with a 0 after each.
-std::uint32_t spread(std::uint32_t value)
-{
-    value = (value | (value << 8)) & 0x00ff00ffU;
-    value = (value | (value << 4)) & 0x0f0f0f0fU;
-    value = (value | (value << 2)) & 0x33333333U;
-    return (value | (value << 1)) & 0x55555555U;
-}
-
-/// How far along a Hilbert curve through a square of 65536 x 65536 a place lies: bit by bit from the
-/// top, a quarter of the square says how the curve in it is turned (D. Hilbert, 1891).
+/// How far along a Hilbert curve through a square of 256 x 256 a place lies: bit by bit from the top, a
+/// quarter of the square says how the curve in it is turned (D. Hilbert, 1891).
 std::uint32_t alongCurve(std::uint32_t x, std::uint32_t y)
 {
-    std::uint32_t first = 0;
-    std::uint32_t second = 0;
-    for (std::uint32_t bit = 1U << 15; bit != 0; bit >>= 1) {
-        bool const right = (x & bit) != 0;
-        bool const top = (y & bit) != 0;
-        first |= right ? bit : 0;
-        second |= right != top ? bit : 0;
-        if (top)
-            continue;
-        if (right) {
-            x = ~x;
-            y = ~y;
-        }
-        std::swap(x, y);
+    std::uint32_t along = 0;
+    for (std::uint32_t shift = 8; shift-- > 0;) {
+        std::uint32_t const right = x >> shift & 1;
+        std::uint32_t const top = y >> shift & 1;
+        along = along << 2 | right << 1 | (right ^ top);
+        // In the lower quarters the axes change places, on the right both run backwards as well.
+        std::uint32_t const lower = top - 1;  // all bits or none
+        std::uint32_t const flip = lower & (0 - right);
+        std::uint32_t const exchange = (x ^ y) & lower;
+        x ^= exchange ^ flip;
+        y ^= exchange ^ flip;
     }
-    return spread(first) << 1 | spread(second);
+    return along;
+}
+
+struct Place {
+    std::uint32_t along;
+    std::uint32_t leaf;
+};
+
+/// Sorts by one byte of `along`, keeping the order of equal ones.
+void sortByByte(std::vector<Place>& places, unsigned shift)
+{
+    std::array<std::size_t, 257> begin{};
+    auto const byteOf = [&](Place const& place) { return place.along >> shift & 0xff; };
+    for (auto const& place : places)
+        ++begin[byteOf(place) + 1];
+    for (std::size_t i = 1; i < begin.size(); ++i)
+        begin[i] += begin[i - 1];
+    std::vector<Place> sorted(places.size());
+    for (auto const& place : places)
+        sorted[begin[byteOf(place)]++] = place;
+    places.swap(sorted);
 }
 
 }  // namespace
@@ -96,7 +104,7 @@ std::uint32_t alongCurve(std::uint32_t x, std::uint32_t y)
 // of those distances: a few ulps of the coordinates. Twice the sum is ample.
 SegmentReach::SegmentReach(qcVector<2> const& a, qcVector<2> const& b, double scale)
     : a_(a), direction_(b - a), absX_(std::fabs(direction_.x())), absY_(std::fabs(direction_.y())),
-      slack_(0), box_(boxOf(b))
+      slack_(0), box_(boxOf(b)), oblique_(std::min(absX_, absY_) * 64 > scale)
 {
     enclose(box_, a);
     double const largest = std::max(scale, largestCoordinate(box_));
@@ -106,8 +114,8 @@ SegmentReach::SegmentReach(qcVector<2> const& a, qcVector<2> const& b, double sc
 unsigned SegmentReach::operator()(BoxGroup const& boxes) const
 {
     unsigned const near = boxes.overlapping(box_);
-    if (near == 0)
-        return 0;
+    if (near == 0 || !oblique_)
+        return near;
     unsigned const onOneSide = eightBits([&](std::size_t i) {
         Pair const half = both(0.5);
         Pair const lowX = pairAt(boxes.minX, i);
@@ -187,7 +195,7 @@ void EdgeIndex::addLevelsAbove()
 bool EdgeIndex::foldsBack() const
 {
     // Boxes over equal stretches of a simple outline without long folds cover little of its box.
-    constexpr double kMostCovered = 1.5;
+    constexpr double kMostCovered = 2.5;
     auto const area = [](Box const& box) {
         return (box.max.x() - box.min.x()) * (box.max.y() - box.min.y());
     };
@@ -204,8 +212,8 @@ bool EdgeIndex::foldsBack() const
 void EdgeIndex::sortLeavesAlongCurve()
 {
     qcVector<2> const extent = rootBox_.max - rootBox_.min;
-    double const cells = 65535 / std::max(extent.x(), extent.y());
-    std::vector<std::pair<std::uint32_t, std::uint32_t>> places(leafCount());
+    double const cells = 255 / std::max(extent.x(), extent.y());
+    std::vector<Place> places(leafCount());
     for (std::size_t leaf = 0; leaf < places.size(); ++leaf) {
         Box const leafBox = box(0, leaf);
         qcVector<2> const place =
@@ -214,12 +222,13 @@ void EdgeIndex::sortLeavesAlongCurve()
                                    static_cast<std::uint32_t>(place.y())),
                         static_cast<std::uint32_t>(leaf)};
     }
-    std::sort(places.begin(), places.end());
+    sortByByte(places, 0);
+    sortByByte(places, 8);
     leafAt_.resize(places.size());
     std::vector<Box> boxes(places.size());
     std::vector<unsigned char> ways(places.size());
     for (std::size_t node = 0; node < places.size(); ++node) {
-        leafAt_[node] = places[node].second;
+        leafAt_[node] = places[node].leaf;
         boxes[node] = box(0, leafAt_[node]);
         ways[node] = ways_[leafAt_[node]];
     }

@@ -37,6 +37,7 @@ private:
     double absY_;
     double slack_;
     Box box_;
+    bool oblique_;  // so long and oblique that its box alone would let much through
 };
 
 /// A box over every eight consecutive edges, a leaf, and a hierarchy of eights above. Built in one
@@ -81,7 +82,7 @@ public:
         return leaf + 1 == leafCount() ? vertexCount_ : (leaf + 1) * kFan;
     }
 
-    /// Calls visit(leaf) for the leaves whose boxes, and those above them, `touches` accepts:
+    /// Calls visit(leaf, box) for the leaves whose boxes, and those above them, `touches` accepts:
     /// touches(BoxGroup) has a bit for every box to go on with.
     template <class Touches, class Visit>
     void forEachLeaf(Touches const& touches, Visit const& visit) const
@@ -137,10 +138,11 @@ private:
                  Visit const& visit) const
     {
         unsigned const all = (1U << boxesIn(level, number)) - 1;
-        forEachBit(touches(group(level, number)) & all, [&](std::size_t i) {
+        BoxGroup const& boxes = group(level, number);
+        forEachBit(touches(boxes) & all, [&](std::size_t i) {
             std::size_t const node = number * kFan + i;
             if (level == 0)
-                visit(leafAt(node));
+                visit(leafAt(node), boxes.box(i));
             else
                 descend(level - 1, node, touches, visit);
         });

@@ -5,8 +5,10 @@
 
 #include <qc/core/internal/plane.h>
 
-#include <array>
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 #include <limits>
 
 namespace qnInternal {
@@ -24,7 +26,7 @@ Pair squaredDistances(BoxGroup const& boxes, std::size_t i, qcVector<2> const& p
 }
 
 /// Square of the distance of the box of two points from a third one.
-double squaredDistance(qcVector<2> const& a, qcVector<2> const& b, qcVector<2> const& point)
+double squaredBoxDistance(qcVector<2> const& a, qcVector<2> const& b, qcVector<2> const& point)
 {
     Pair const p = pairOf(point);
     Pair const d =
@@ -58,61 +60,81 @@ public:
         for (std::size_t k = index_.leafBegin(leaf); k < end; ++k) {
             qcVector<2> const& from = edgeStart(points_, index_.closed(), k);
             qcVector<2> const& to = edgeEnd(points_, index_.closed(), k);
-            if (!(squaredDistance(from, to, point_) > limit_))
+            if (!(squaredBoxDistance(from, to, point_) > limit_))
                 consider(segmentDistance(from, to, point_), k);
         }
     }
 
     void lookAtVertices(std::size_t leaf)
     {
-        for (std::size_t i = index_.leafBegin(leaf); i < index_.verticesEnd(leaf); ++i) {
-            qcVector<2> const d = point_ - points_[i];
-            if (!(d * d > limit_))
-                consider(d.len(), i);
-        }
+        std::size_t const begin = index_.leafBegin(leaf);
+        std::size_t const end = index_.verticesEnd(leaf);
+        double least = std::numeric_limits<double>::infinity();
+        for (std::size_t i = begin; i < end; ++i)
+            least = std::min(squaredDistance(i), least);
+        if (least > limit_)
+            return;
+        // Roots of somewhat larger squares may round to the same distance.
+        for (std::size_t i = begin; i < end; ++i)
+            if (!(squaredDistance(i) > least * (1 + 1e-14)))
+                consider(point_.distance(points_[i]), i);
     }
 
 private:
-    struct Child {
-        double squared;
-        std::size_t node;
-    };
+    /// Beyond all squares of distances that are searched.
+    static constexpr double kFar = 1e308;
 
     template <class Look>
     void visit(std::size_t level, std::size_t number, Look const& look)
     {
-        std::array<Child, EdgeIndex::kFan> children;
-        std::size_t const count = nearestFirst(level, number, children);
-        for (std::size_t i = 0; i < count && !(children[i].squared > limit_); ++i) {
+        Eight squares = taggedSquares(index_.group(level, number));
+        while (true) {
+            double const least = smallest(squares);
+            if (least > limit_ || least >= kFar)
+                return;
+            std::size_t const i = tagOf(least);
+            squares[i] = kFar;
+            std::size_t const node = number * EdgeIndex::kFan + i;
             if (level == 0)
-                look(index_.leafAt(children[i].node));
+                look(index_.leafAt(node));
             else
-                visit(level - 1, children[i].node, look);
+                visit(level - 1, node, look);
         }
     }
 
-    /// Fills `children` with the boxes of a group that are near enough; gives their number.
-    std::size_t nearestFirst(std::size_t level, std::size_t number,
-                             std::array<Child, EdgeIndex::kFan>& children) const
+    /// Squares of the distances of the boxes, each with its place in the last three bits: the least
+    /// one then says by itself which box it is of. It loses a few ulps at most.
+    Eight taggedSquares(BoxGroup const& boxes) const
     {
-        BoxGroup const& boxes = index_.group(level, number);
-        std::size_t const available = index_.boxesIn(level, number);
-        Eight squared;
-        for (std::size_t i = 0; i < 4; ++i) {
-            Pair const two = squaredDistances(boxes, i, point_);
-            squared[2 * i] = two[0];
-            squared[2 * i + 1] = two[1];
+        Eight squares;
+        for (int i = 0; i < 4; ++i) {
+            auto const at = static_cast<std::size_t>(2 * i);
+            Pair const two = smaller(squaredDistances(boxes, at / 2, point_), both(kFar));
+            PairMask const bits =
+                (reinterpret_cast<PairMask>(two) & ~PairMask{7, 7}) | PairMask{2 * i, 2 * i + 1};
+            std::memcpy(&squares[at], &bits, sizeof bits);
         }
-        std::size_t count = 0;
-        for (std::size_t i = 0; i < available; ++i) {
-            if (squared[i] > limit_)
-                continue;
-            std::size_t at = count++;
-            for (; at > 0 && children[at - 1].squared > squared[i]; --at)
-                children[at] = children[at - 1];
-            children[at] = {squared[i], number * EdgeIndex::kFan + i};
-        }
-        return count;
+        return squares;
+    }
+
+    static std::size_t tagOf(double square)
+    {
+        std::uint64_t bits;
+        std::memcpy(&bits, &square, sizeof bits);
+        return bits & 7;
+    }
+
+    static double smallest(Eight const& numbers)
+    {
+        Pair const two = smaller(smaller(pairAt(numbers, 0), pairAt(numbers, 1)),
+                                 smaller(pairAt(numbers, 2), pairAt(numbers, 3)));
+        return std::min(two[0], two[1]);
+    }
+
+    double squaredDistance(std::size_t vertex) const
+    {
+        qcVector<2> const d = point_ - points_[vertex];
+        return d * d;
     }
 
     void consider(double distance, std::size_t index)

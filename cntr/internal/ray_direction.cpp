@@ -119,7 +119,7 @@ std::optional<qcVector<2>> rayDirection(std::vector<qcVector<2>> const& outline,
         double const to = from + std::min(width, kTurn / 4);
         Wedge const wedge(point, from, to);
         angles.clear();
-        index.forEachLeaf(wedge, [&](std::size_t leaf) {
+        index.forEachLeaf(wedge, [&](std::size_t leaf, Box const&) {
             for (std::size_t i = index.leafBegin(leaf); i < index.verticesEnd(leaf); ++i)
                 wedge.appendAngle(outline[i], angles);
         });

@@ -29,14 +29,12 @@ bool meet(Edge const& a, Edge const& b)
            HitQuery(b.from, b.to, false).meets(a.from, a.to);
 }
 
-/// Fills `edge` with edge k; whether its ends differ.
-bool fill(Edge& edge, std::vector<qcVector<2>> const& points, bool closed, std::size_t k)
+/// Fills `edge` with an edge; whether its ends differ.
+bool fillWith(Edge& edge, qcVector<2> const& from, qcVector<2> const& to)
 {
-    edge.from = edgeStart(points, closed, k);
-    edge.to = edgeEnd(points, closed, k);
-    edge.box = boxOf(edge.from);
-    enclose(edge.box, edge.to);
-    return !qfRealEq(edge.from, edge.to, kSamePoint);
+    edge = {from, to, boxOf(from)};
+    enclose(edge.box, to);
+    return !qfRealEq(from, to, kSamePoint);
 }
 
 bool anyTwoMeet(Edge const* begin, Edge const* end)
@@ -58,24 +56,6 @@ public:
     bool run() const { return within(index_.levelCount() - 1, 0); }
 
 private:
-    /// Some edges of a leaf.
-    struct Some {
-        std::array<Edge, EdgeIndex::kFan> edges;
-        std::size_t count = 0;
-    };
-
-    /// The edges of a leaf whose boxes overlap `box`, save those of no length.
-    Some overlapping(std::size_t leaf, Box const& box) const
-    {
-        Some some;
-        for (std::size_t k = index_.leafBegin(leaf); k < index_.leafEnd(leaf); ++k) {
-            Edge& edge = some.edges[some.count];
-            if (fill(edge, points_, closed_, k) && overlap(edge.box, box))
-                ++some.count;
-        }
-        return some;
-    }
-
     /// Whether two edges below the boxes of one group meet.
     bool within(std::size_t level, std::size_t group) const
     {
@@ -121,21 +101,44 @@ private:
 
     bool withinLeaf(std::size_t node) const
     {
-        auto const some = overlapping(index_.leafAt(node), index_.box(0, node));
-        return anyTwoMeet(some.edges.data(), some.edges.data() + some.count);
+        std::array<Edge, EdgeIndex::kFan> edges;
+        std::size_t count = 0;
+        std::size_t const leaf = index_.leafAt(node);
+        for (std::size_t k = index_.leafBegin(leaf); k < index_.leafEnd(leaf); ++k)
+            if (fill(edges[count], k))
+                ++count;
+        return anyTwoMeet(edges.data(), edges.data() + count);
     }
 
     bool betweenLeaves(std::size_t a, std::size_t b) const
     {
-        auto const some = overlapping(index_.leafAt(a), index_.box(0, b));
-        if (some.count == 0)
-            return false;
-        auto const others = overlapping(index_.leafAt(b), index_.box(0, a));
-        for (std::size_t i = 0; i < some.count; ++i)
-            for (std::size_t j = 0; j < others.count; ++j)
-                if (meet(some.edges[i], others.edges[j]))
-                    return true;
-        return false;
+        unsigned const some = overlapping(a, index_.box(0, b));
+        unsigned const others = some == 0 ? 0 : overlapping(b, index_.box(0, a));
+        std::size_t const begin = index_.leafBegin(index_.leafAt(a));
+        std::size_t const otherBegin = index_.leafBegin(index_.leafAt(b));
+        Edge edge;
+        Edge other;
+        return anyBit(others == 0 ? 0 : some, [&](std::size_t i) {
+            return fill(edge, begin + i) && anyBit(others, [&](std::size_t j) {
+                       return fill(other, otherBegin + j) && meet(edge, other);
+                   });
+        });
+    }
+
+    /// The edges of a leaf, as bits, whose boxes overlap `box`.
+    unsigned overlapping(std::size_t node, Box const& box) const
+    {
+        std::size_t const leaf = index_.leafAt(node);
+        unsigned bits = 0;
+        for (std::size_t k = index_.leafBegin(leaf); k < index_.leafEnd(leaf); ++k)
+            if (edgeOverlaps(edgeStart(points_, closed_, k), edgeEnd(points_, closed_, k), box))
+                bits |= 1U << (k - index_.leafBegin(leaf));
+        return bits;
+    }
+
+    bool fill(Edge& edge, std::size_t k) const
+    {
+        return fillWith(edge, edgeStart(points_, closed_, k), edgeEnd(points_, closed_, k));
     }
 
     EdgeIndex const& index_;
@@ -150,7 +153,7 @@ bool anyOfFewEdgesMeets(std::vector<qcVector<2>> const& points, bool closed)
     std::array<Edge, kMaxPlainEdges> edges;
     std::size_t count = 0;
     for (std::size_t k = 0; k < edgeCount(points.size(), closed); ++k)
-        if (fill(edges[count], points, closed, k))
+        if (fillWith(edges[count], edgeStart(points, closed, k), edgeEnd(points, closed, k)))
             ++count;
     return anyTwoMeet(edges.data(), edges.data() + count);
 }

@@ -97,7 +97,7 @@ TEST(EdgeIndex, ProposesEveryEdgeThatASegmentMeets)
                 continue;
             std::vector<bool> proposed(index.leafCount(), false);
             index.forEachLeaf(SegmentReach(ends[i], ends[i + 1], index.scale()),
-                              [&](std::size_t leaf) { proposed[leaf] = true; });
+                              [&](std::size_t leaf, Box const&) { proposed[leaf] = true; });
             for (std::size_t leaf = 0; leaf < index.leafCount(); ++leaf)
                 for (auto k = index.leafBegin(leaf); k < index.leafEnd(leaf); ++k)
                     EXPECT_TRUE(proposed[leaf] ||
