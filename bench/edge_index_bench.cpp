@@ -63,7 +63,7 @@ void index_hits(benchmark::State& state)
     EdgeIndex const index(given.outline, true);
     rotate(state, [&](std::size_t i) {
         auto const asked = query(given, i);
-        SegmentReach const reach(asked.a(), asked.b(), index.scale());
+        SegmentReach const reach(asked, index.scale());
         std::size_t hits = 0;
         index.forEachLeaf(reach, [&](std::size_t leaf, Box const&) {
             hits += hitsBetween(given.outline, asked, index.leafBegin(leaf), index.leafEnd(leaf));

@@ -145,7 +145,7 @@ std::vector<EdgeHit> qcContour::hits(HitQuery const& query) const
                 found.push_back({*point, static_cast<int>(k)});
     };
     if (EdgeIndex const* const index = query.regular() ? edgeIndex() : nullptr) {
-        index->forEachLeaf(qnInternal::SegmentReach(query.a(), query.b(), index->scale()),
+        index->forEachLeaf(qnInternal::SegmentReach(query, index->scale()),
                            [&](std::size_t leaf, Box const&) {
                                look(index->leafBegin(leaf), index->leafEnd(leaf));
                            });

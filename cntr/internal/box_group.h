@@ -85,6 +85,20 @@ bool anyBit(unsigned bits, Test const& test)
     return false;
 }
 
+/// The bounds of a box, each twice: to be compared with those of two others at once.
+struct TwiceBox {
+    Pair minX;
+    Pair minY;
+    Pair maxX;
+    Pair maxY;
+
+    explicit TwiceBox(Box const& box)
+        : minX(both(box.min.x())), minY(both(box.min.y())), maxX(both(box.max.x())),
+          maxY(both(box.max.y()))
+    {
+    }
+};
+
 /// Up to eight boxes. Places beyond the last one hold a box that overlaps none.
 struct BoxGroup {
     static constexpr std::size_t kSize = 8;
@@ -123,15 +137,14 @@ struct BoxGroup {
     }
 
     /// Which boxes share a point with `other`.
-    unsigned overlapping(Box const& other) const
+    unsigned overlapping(TwiceBox const& other) const
     {
         return eightBits([&](std::size_t i) {
-            return (pairAt(maxX, i) >= both(other.min.x())) &
-                   (pairAt(minX, i) <= both(other.max.x())) &
-                   (pairAt(maxY, i) >= both(other.min.y())) &
-                   (pairAt(minY, i) <= both(other.max.y()));
+            return (pairAt(maxX, i) >= other.minX) & (pairAt(minX, i) <= other.maxX) &
+                   (pairAt(maxY, i) >= other.minY) & (pairAt(minY, i) <= other.maxY);
         });
     }
+    unsigned overlapping(Box const& other) const { return overlapping(TwiceBox(other)); }
 };
 
 }  // namespace qnInternal

@@ -31,23 +31,16 @@ bool onOneSide(double first, double second, double squaredLimit)
 
 }  // namespace
 
-HitQuery::HitQuery(qcVector<2> const& a, qcVector<2> const& b, bool touchingEnds)
-    : a_(a), b_(b), direction_(b - a), squaredLength_(direction_ * direction_),
-      extent_(absoluteSum(a) + absoluteSum(b)), box_(boxOf(b)), touchingEnds_(touchingEnds)
-{
-    enclose(box_, a);
-}
-
 bool HitQuery::surelyMisses(qcVector<2> const& from, qcVector<2> const& to) const
 {
-    double const extent = extent_ + absoluteSum(from) + absoluteSum(to);
+    double const extent = absoluteSum(a_) + absoluteSum(b_) + absoluteSum(from) + absoluteSum(to);
     if (!(extent <= kLargestRegular))
         return false;
     // A meeting point is within kOnSegment of both, up to some ulps of the coordinates.
     double const margin = 4 * kOnSegment + 1e-12 * extent;
     qcVector<2> const edge = to - from;
     return onOneSide(direction_.cross(from - a_), direction_.cross(to - a_),
-                     squaredLength_ * (margin * margin)) ||
+                     direction_ * direction_ * (margin * margin)) ||
            onOneSide(edge.cross(a_ - from), edge.cross(b_ - from), edge * edge * (margin * margin));
 }
 
@@ -71,7 +64,7 @@ std::optional<qcVector<2>> HitQuery::meetsInBox(qcVector<2> const& from,
 
 bool HitQuery::regular() const
 {
-    return largestCoordinate(box_) <= kLargestRegular && squaredLength_ >= kShortestSquare;
+    return largestCoordinate(box_) <= kLargestRegular && direction_ * direction_ >= kShortestSquare;
 }
 
 void HitQuery::sortAlong(std::vector<EdgeHit>& hits) const

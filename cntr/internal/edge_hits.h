@@ -22,7 +22,11 @@ struct EdgeHit {
 class HitQuery {
 public:
     /// With `touchingEnds` false, edges within kOnSegment of a or b never meet the segment.
-    HitQuery(qcVector<2> const& a, qcVector<2> const& b, bool touchingEnds);
+    HitQuery(qcVector<2> const& a, qcVector<2> const& b, bool touchingEnds)
+        : a_(a), b_(b), direction_(b - a), box_(boxOf(b)), touchingEnds_(touchingEnds)
+    {
+        enclose(box_, a);
+    }
 
     qcVector<2> const& a() const { return a_; }
     qcVector<2> const& b() const { return b_; }
@@ -59,8 +63,6 @@ private:
     qcVector<2> a_;
     qcVector<2> b_;
     qcVector<2> direction_;
-    double squaredLength_;
-    double extent_;  // sum of the absolute coordinates
     Box box_;
     bool touchingEnds_;
 };

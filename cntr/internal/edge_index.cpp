@@ -102,21 +102,18 @@ void sortByByte(std::vector<Place>& places, unsigned shift)
 
 // A computed meeting point is within kOnSegment of the edge and of the segment, save for the rounding
 // of those distances: a few ulps of the coordinates. Twice the sum is ample.
-SegmentReach::SegmentReach(qcVector<2> const& a, qcVector<2> const& b, double scale)
-    : a_(a), direction_(b - a), absX_(std::fabs(direction_.x())), absY_(std::fabs(direction_.y())),
-      slack_(0), box_(boxOf(b)), oblique_(std::min(absX_, absY_) * 64 > scale)
+SegmentReach::SegmentReach(HitQuery const& query, double scale)
+    : box_(query.box()), a_(query.a()), direction_(query.b() - query.a()),
+      absX_(std::fabs(direction_.x())), absY_(std::fabs(direction_.y())),
+      slack_((absX_ + absY_) *
+             (4 * kOnSegment + 1e-12 * std::max(scale, largestCoordinate(query.box())))),
+      oblique_(std::min(absX_, absY_) * 64 > scale)
 {
-    enclose(box_, a);
-    double const largest = std::max(scale, largestCoordinate(box_));
-    slack_ = (absX_ + absY_) * (4 * kOnSegment + 1e-12 * largest);
 }
 
-unsigned SegmentReach::operator()(BoxGroup const& boxes) const
+unsigned SegmentReach::onOneSide(BoxGroup const& boxes) const
 {
-    unsigned const near = boxes.overlapping(box_);
-    if (near == 0 || !oblique_)
-        return near;
-    unsigned const onOneSide = eightBits([&](std::size_t i) {
+    return eightBits([&](std::size_t i) {
         Pair const half = both(0.5);
         Pair const lowX = pairAt(boxes.minX, i);
         Pair const lowY = pairAt(boxes.minY, i);
@@ -128,7 +125,6 @@ unsigned SegmentReach::operator()(BoxGroup const& boxes) const
                             direction_.y() * ((lowX + highX) * half - a_.x());
         return (offset > reach) | (-offset > reach);
     });
-    return near & ~onOneSide;
 }
 
 EdgeIndex::EdgeIndex(std::vector<qcVector<2>> const& points, bool closed)

@@ -6,6 +6,7 @@
 
 #include "cntr/internal/box.h"
 #include "cntr/internal/box_group.h"
+#include "cntr/internal/edge_hits.h"
 #include "cntr/internal/edge_walk.h"
 
 #include <qc/core/vector.h>
@@ -25,18 +26,24 @@ inline constexpr std::size_t kMaxPlainEdges = 32;
 class SegmentReach {
 public:
     /// `scale` bounds the coordinates of the edges.
-    SegmentReach(qcVector<2> const& a, qcVector<2> const& b, double scale);
+    SegmentReach(HitQuery const& query, double scale);
 
     /// Leaves out boxes only where no edge inside can meet the segment.
-    unsigned operator()(BoxGroup const& boxes) const;
+    unsigned operator()(BoxGroup const& boxes) const
+    {
+        unsigned const near = boxes.overlapping(box_);
+        return near == 0 || !oblique_ ? near : near & ~onOneSide(boxes);
+    }
 
 private:
+    unsigned onOneSide(BoxGroup const& boxes) const;
+
+    TwiceBox box_;
     qcVector<2> a_;
     qcVector<2> direction_;
     double absX_;
     double absY_;
     double slack_;
-    Box box_;
     bool oblique_;  // so long and oblique that its box alone would let much through
 };
 
