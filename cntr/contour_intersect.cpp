@@ -134,26 +134,37 @@ EdgeIndex const* qcContour::edgeIndex() const
 
 std::vector<EdgeHit> qcContour::hits(HitQuery const& query) const
 {
+    constexpr std::size_t kMostlyEnough = 16;
     std::vector<EdgeHit> found;
     if (!overlap({bounds().min, bounds().max}, query.box()))
         return found;
     bool const closed = isClosed();
-    auto const look = [&](std::size_t begin, std::size_t end) {
-        for (std::size_t k = begin; k < end; ++k)
-            if (auto const point = query.meets(qnInternal::edgeStart(points_, closed, k),
-                                               qnInternal::edgeEnd(points_, closed, k)))
-                found.push_back({*point, static_cast<int>(k)});
+    auto const look = [&](std::size_t k) {
+        if (auto const point = query.meets(qnInternal::edgeStart(points_, closed, k),
+                                           qnInternal::edgeEnd(points_, closed, k))) {
+            if (found.empty())
+                found.reserve(kMostlyEnough);
+            found.push_back({*point, static_cast<int>(k)});
+        }
     };
     if (EdgeIndex const* const index = query.regular() ? edgeIndex() : nullptr) {
-        index->forEachLeaf(qnInternal::SegmentReach(query, index->scale()),
-                           [&](std::size_t leaf, Box const&) {
-                               look(index->leafBegin(leaf), index->leafEnd(leaf));
-                           });
+        qnInternal::SegmentReach const reach(query, index->scale());
+        index->forEachLeaf(reach, [&](std::size_t leaf, Box const&) {
+            std::size_t const begin = index->leafBegin(leaf);
+            double before = reach.offset(qnInternal::edgeStart(points_, closed, begin));
+            for (std::size_t k = begin; k < index->leafEnd(leaf); ++k) {
+                double const after = reach.offset(qnInternal::edgeEnd(points_, closed, k));
+                if (reach.mayMeet(before, after))
+                    look(k);
+                before = after;
+            }
+        });
         if (!index->inOutlineOrder())
             std::sort(found.begin(), found.end(),
                       [](EdgeHit const& a, EdgeHit const& b) { return a.edge < b.edge; });
     } else {
-        look(0, qnInternal::edgeCount(points_.size(), closed));
+        for (std::size_t k = 0; k < qnInternal::edgeCount(points_.size(), closed); ++k)
+            look(k);
     }
     query.sortAlong(found);
     return found;

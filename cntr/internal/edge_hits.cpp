@@ -22,40 +22,76 @@ double absoluteSum(qcVector<2> const& v)
     return std::fabs(v.x()) + std::fabs(v.y());
 }
 
-/// Whether two offsets have one sign and squares above a limit.
-bool onOneSide(double first, double second, double squaredLimit)
+// The exact test takes roots and quotients. Squares tell most cases as surely, if they keep clear of
+// the limit by more than those can round: this part of it.
+constexpr double kClear = 1e-9;
+
+/// True only where areParallel() is false; `sine` is the cross product of the directions.
+bool surelyCross(double sine, double squaredLength, double otherSquaredLength)
 {
-    return (first > 0) == (second > 0) && first * first > squaredLimit &&
-           second * second > squaredLimit;
+    constexpr double kSquaredSine = kParallelSine * kParallelSine * (1 + kClear);
+    return sine * sine > kSquaredSine * squaredLength * otherSquaredLength;
+}
+
+/// True only where segmentDistance() of `x` from the segment is below kOnSegment, between its ends.
+bool surelyOn(qcVector<2> const& from, qcVector<2> const& along, double squaredLength,
+              qcVector<2> const& x)
+{
+    constexpr double kSquaredDistance = kOnSegment * kOnSegment * (1 - kClear);
+    qcVector<2> const offset = x - from;
+    double const dot = offset * along;
+    double const cross = along.cross(offset);
+    return dot > kClear * squaredLength && dot < (1 - kClear) * squaredLength &&
+           cross * cross < kSquaredDistance * squaredLength;
 }
 
 }  // namespace
 
-bool HitQuery::surelyMisses(qcVector<2> const& from, qcVector<2> const& to) const
+double marginAt(double extent)
 {
-    double const extent = absoluteSum(a_) + absoluteSum(b_) + absoluteSum(from) + absoluteSum(to);
-    if (!(extent <= kLargestRegular))
-        return false;
-    // A meeting point is within kOnSegment of both, up to some ulps of the coordinates.
-    double const margin = 4 * kOnSegment + 1e-12 * extent;
-    qcVector<2> const edge = to - from;
-    return onOneSide(direction_.cross(from - a_), direction_.cross(to - a_),
-                     direction_ * direction_ * (margin * margin)) ||
-           onOneSide(edge.cross(a_ - from), edge.cross(b_ - from), edge * edge * (margin * margin));
+    return 4 * kOnSegment + 1e-12 * extent;
 }
 
 std::optional<qcVector<2>> HitQuery::meetsInBox(qcVector<2> const& from,
                                                 qcVector<2> const& to) const
 {
-    if (qfRealEq(from, to, kSamePoint) || surelyMisses(from, to))
+    double const extent = absoluteSum(a_) + absoluteSum(b_) + absoluteSum(from) + absoluteSum(to);
+    if (!(extent <= kLargestRegular))
+        return meetsExactly(from, to);
+    double const margin = marginAt(extent);
+    double const squaredLength = direction_ * direction_;
+    if (onOneSide(direction_.cross(from - a_), direction_.cross(to - a_),
+                  squaredLength * (margin * margin)))
         return std::nullopt;
-    qcVector<2> const edgeDirection = to - from;
-    if (areParallel(edgeDirection, direction_))
+    qcVector<2> const edge = to - from;
+    double const squaredEdge = edge * edge;
+    double const limit = squaredEdge * (margin * margin);
+    double const offsetA = edge.cross(a_ - from);
+    double const offsetB = edge.cross(b_ - from);
+    if (onOneSide(offsetA, offsetB, limit))
+        return std::nullopt;
+    bool const certain = !qfRealEq(from, to, kSamePoint) &&
+                         surelyCross(edge.cross(direction_), squaredEdge, squaredLength);
+    bool const endsApart =
+        touchingEnds_ || (offsetA * offsetA > limit && offsetB * offsetB > limit);
+    if (!certain || !endsApart)
+        return meetsExactly(from, to);
+    qcVector<2> const point = intersectLines(from, edge, a_, direction_);
+    if (surelyOn(from, edge, squaredEdge, point) && surelyOn(a_, direction_, squaredLength, point))
+        return point;
+    return meetsExactly(from, to);
+}
+
+std::optional<qcVector<2>> HitQuery::meetsExactly(qcVector<2> const& from,
+                                                  qcVector<2> const& to) const
+{
+    qcVector<2> const edge = to - from;
+    if (qfRealEq(from, to, kSamePoint) || areParallel(edge, direction_))
         return std::nullopt;
     if (!touchingEnds_ &&
         !(segmentDistance(from, to, a_) > kOnSegment && segmentDistance(from, to, b_) > kOnSegment))
         return std::nullopt;
-    qcVector<2> const point = intersectLines(from, edgeDirection, a_, direction_);
+    qcVector<2> const point = intersectLines(from, edge, a_, direction_);
     if (segmentDistance(from, to, point) < kOnSegment &&
         segmentDistance(a_, b_, point) < kOnSegment)
         return point;
@@ -72,10 +108,16 @@ void HitQuery::sortAlong(std::vector<EdgeHit>& hits) const
     if (hits.size() > kMaxExchanged && sortByDistinctKeys(hits))
         return;
     // An exchange sort on purpose: hits with equal keys end where it leaves them.
-    for (std::size_t i = 0; i + 1 < hits.size(); ++i)
-        for (std::size_t j = i + 1; j < hits.size(); ++j)
-            if (key(hits[i]) > key(hits[j]))
+    for (std::size_t i = 0; i + 1 < hits.size(); ++i) {
+        double least = key(hits[i]);
+        for (std::size_t j = i + 1; j < hits.size(); ++j) {
+            double const other = key(hits[j]);
+            if (least > other) {
                 std::swap(hits[i], hits[j]);
+                least = other;
+            }
+        }
+    }
 }
 
 bool HitQuery::sortByDistinctKeys(std::vector<EdgeHit>& hits) const

@@ -18,6 +18,17 @@ struct EdgeHit {
     int edge;
 };
 
+/// How far off a segment's line a meeting point can be, amply: within kOnSegment of it, up to some ulps
+/// of the coordinates, whose absolute values add up to `extent` or less.
+double marginAt(double extent);
+
+/// Whether two offsets from a line have one sign, and squares above a limit.
+inline bool onOneSide(double first, double second, double squaredLimit)
+{
+    return (first > 0) == (second > 0) && first * first > squaredLimit &&
+           second * second > squaredLimit;
+}
+
 /// A query segment from a to b.
 class HitQuery {
 public:
@@ -48,12 +59,10 @@ public:
     void sortAlong(std::vector<EdgeHit>& hits) const;
 
 private:
-    /// meets() for an edge whose box overlaps that of the segment.
+    /// meets() for an edge whose box overlaps that of the segment: exactly, where no quicker test is
+    /// sure of the same answer.
     std::optional<qcVector<2>> meetsInBox(qcVector<2> const& from, qcVector<2> const& to) const;
-
-    /// True only where the edge lies off the segment's line, or the segment off the edge's, by more
-    /// than a meeting point can be off either.
-    bool surelyMisses(qcVector<2> const& from, qcVector<2> const& to) const;
+    std::optional<qcVector<2>> meetsExactly(qcVector<2> const& from, qcVector<2> const& to) const;
 
     /// Where no two keys are equal every sort gives one order; else false, and nothing changed.
     bool sortByDistinctKeys(std::vector<EdgeHit>& hits) const;

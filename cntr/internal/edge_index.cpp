@@ -100,19 +100,18 @@ void sortByByte(std::vector<Place>& places, unsigned shift)
 
 }  // namespace
 
-// A computed meeting point is within kOnSegment of the edge and of the segment, save for the rounding
-// of those distances: a few ulps of the coordinates. Twice the sum is ample.
 SegmentReach::SegmentReach(HitQuery const& query, double scale)
     : box_(query.box()), a_(query.a()), direction_(query.b() - query.a()),
       absX_(std::fabs(direction_.x())), absY_(std::fabs(direction_.y())),
-      slack_((absX_ + absY_) *
-             (4 * kOnSegment + 1e-12 * std::max(scale, largestCoordinate(query.box())))),
+      margin_(marginAt(8 * std::max(scale, largestCoordinate(query.box())))),
+      squaredLimit_(direction_ * direction_ * (margin_ * margin_)),
       oblique_(std::min(absX_, absY_) * 64 > scale)
 {
 }
 
-unsigned SegmentReach::onOneSide(BoxGroup const& boxes) const
+unsigned SegmentReach::boxesOnOneSide(BoxGroup const& boxes) const
 {
+    double const slack = (absX_ + absY_) * margin_;
     return eightBits([&](std::size_t i) {
         Pair const half = both(0.5);
         Pair const lowX = pairAt(boxes.minX, i);
@@ -120,7 +119,7 @@ unsigned SegmentReach::onOneSide(BoxGroup const& boxes) const
         Pair const highX = pairAt(boxes.maxX, i);
         Pair const highY = pairAt(boxes.maxY, i);
         Pair const reach =
-            absX_ * ((highY - lowY) * half) + absY_ * ((highX - lowX) * half) + slack_;
+            absX_ * ((highY - lowY) * half) + absY_ * ((highX - lowX) * half) + slack;
         Pair const offset = direction_.x() * ((lowY + highY) * half - a_.y()) -
                             direction_.y() * ((lowX + highX) * half - a_.x());
         return (offset > reach) | (-offset > reach);

@@ -32,18 +32,28 @@ public:
     unsigned operator()(BoxGroup const& boxes) const
     {
         unsigned const near = boxes.overlapping(box_);
-        return near == 0 || !oblique_ ? near : near & ~onOneSide(boxes);
+        return near == 0 || !oblique_ ? near : near & ~boxesOnOneSide(boxes);
+    }
+
+    /// How far a point is off the segment's line, in units of the segment's length.
+    double offset(qcVector<2> const& point) const { return direction_.cross(point - a_); }
+
+    /// False only where no edge between two points with these offsets can meet the segment.
+    bool mayMeet(double offset, double otherOffset) const
+    {
+        return !onOneSide(offset, otherOffset, squaredLimit_);
     }
 
 private:
-    unsigned onOneSide(BoxGroup const& boxes) const;
+    unsigned boxesOnOneSide(BoxGroup const& boxes) const;
 
     TwiceBox box_;
     qcVector<2> a_;
     qcVector<2> direction_;
     double absX_;
     double absY_;
-    double slack_;
+    double margin_;
+    double squaredLimit_;
     bool oblique_;  // so long and oblique that its box alone would let much through
 };
 
