@@ -11,9 +11,6 @@ namespace qnInternal {
 
 namespace {
 
-/// Nearer to 0 no coordinate may be, save 0 itself: others differ by 1e-140 where they differ.
-constexpr double kSmallestRegular = 1e-120;
-
 /// What a run of edges adds up to.
 struct Run {
     Pair low;

@@ -72,8 +72,8 @@ public:
     /// Whether it was built of closed edges.
     bool closed() const { return closed_; }
 
-    /// Whether the coordinates are such that the bounds hold: all finite and no larger than 1e150, no
-    /// edge shorter than 1e-140 except those of no length. Else only the plain loop is right.
+    /// Whether the coordinates are such that the bounds hold: all finite, none larger than 1e150 nor,
+    /// save 0, smaller than 1e-120. Else only the plain loop is right.
     bool regular() const { return regular_; }
 
     /// The largest absolute coordinate.

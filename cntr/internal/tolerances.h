@@ -50,6 +50,9 @@ inline constexpr double kFlatMoment = 1e-12;
 /// Coordinates up to here have squares and products far from the end of the double range.
 inline constexpr double kLargestRegular = 1e150;
 
+/// Coordinates from here up differ, where they differ, by so much that the square keeps its digits.
+inline constexpr double kSmallestRegular = 1e-120;
+
 /// Squared lengths below this lose digits to underflow.
 inline constexpr double kShortestSquare = 1e-280;
 
