@@ -36,10 +36,19 @@ public:
     /// Leaves out boxes only where no point inside is seen in the wedge.
     unsigned operator()(BoxGroup const& boxes) const
     {
-        unsigned bits = 0;
-        for (std::size_t i = 0; i < BoxGroup::kSize; ++i)
-            bits |= mayBeSeen(boxes.box(i)) ? 1U << i : 0U;
-        return bits;
+        return eightBits([&](std::size_t i) {
+            Pair const lowX = pairAt(boxes.minX, i) - apex_.x();
+            Pair const lowY = pairAt(boxes.minY, i) - apex_.y();
+            Pair const highX = pairAt(boxes.maxX, i) - apex_.x();
+            Pair const highY = pairAt(boxes.maxY, i) - apex_.y();
+            // The largest cross product of a direction with a point between the corners.
+            auto const largestCross = [&](qcVector<2> const& u) {
+                return u.x() * (u.x() > 0 ? highY : lowY) - u.y() * (u.y() > 0 ? lowX : highX);
+            };
+            Pair const slack = kRounding * (larger(lowX, -lowX) + larger(lowY, -lowY) +
+                                            larger(highX, -highX) + larger(highY, -highY));
+            return ~((largestCross(right_) < -slack) | (-largestCross(-left_) > slack));
+        });
     }
 
     /// Appends the angle of `vertex` where it is at least the first and below the second one.
@@ -57,23 +66,7 @@ public:
 private:
     static constexpr double kRounding = 1e-12;
 
-    bool mayBeSeen(Box const& box) const
-    {
-        qcVector<2> const low = box.min - apex_;
-        qcVector<2> const high = box.max - apex_;
-        double const slack = kRounding * (absoluteSum(low) + absoluteSum(high));
-        return !(largestCross(right_, low, high) < -slack) &&
-               !(-largestCross(-left_, low, high) > slack);
-    }
-
     static double absoluteSum(qcVector<2> const& v) { return std::fabs(v.x()) + std::fabs(v.y()); }
-
-    /// The largest cross product of `u` with a point between two corners.
-    static double largestCross(qcVector<2> const& u, qcVector<2> const& low,
-                               qcVector<2> const& high)
-    {
-        return u.x() * (u.x() > 0 ? high.y() : low.y()) - u.y() * (u.y() > 0 ? low.x() : high.x());
-    }
 
     qcVector<2> apex_;
     double from_;
@@ -81,6 +74,22 @@ private:
     qcVector<2> right_;
     qcVector<2> left_;
 };
+
+/// Replaces `angles` by those of the vertices seen in the wedge, ascending; false where they are more
+/// than `most`, and not all of them found.
+bool findAngles(std::vector<qcVector<2>> const& outline, EdgeIndex const& index, Wedge const& wedge,
+                std::size_t most, std::vector<double>& angles)
+{
+    angles.clear();
+    index.forEachLeaf(
+        [&](BoxGroup const& boxes) { return angles.size() > most ? 0 : wedge(boxes); },
+        [&](std::size_t leaf, Box const&) {
+            for (std::size_t i = index.leafBegin(leaf); i < index.verticesEnd(leaf); ++i)
+                wedge.appendAngle(outline[i], angles);
+        });
+    std::sort(angles.begin(), angles.end());
+    return angles.size() <= most;
+}
 
 }  // namespace
 
@@ -111,19 +120,20 @@ std::optional<qcVector<2>> rayDirection(std::vector<qcVector<2>> const& outline,
         return std::nullopt;
     constexpr double kTurn = 2 * qnAngle::kPi;
     double const wideEnough = qnAngle::kPi / static_cast<double>(outline.size());
-    double width = 16 * wideEnough;  // eight average gaps, one of which is mostly wide enough
+    double const narrow =
+        16 * wideEnough;  // eight average gaps, one of which is mostly wide enough
+    constexpr std::size_t kMost = 64;
+    double width = narrow;
     std::optional<double> first;
     double previous = 0;
     std::vector<double> angles;
-    for (double from = 0; from < kTurn; width *= 2) {
+    for (double from = 0; from < kTurn;) {
         double const to = from + std::min(width, kTurn / 4);
-        Wedge const wedge(point, from, to);
-        angles.clear();
-        index.forEachLeaf(wedge, [&](std::size_t leaf, Box const&) {
-            for (std::size_t i = index.leafBegin(leaf); i < index.verticesEnd(leaf); ++i)
-                wedge.appendAngle(outline[i], angles);
-        });
-        std::sort(angles.begin(), angles.end());
+        std::size_t const most = width > narrow ? kMost : outline.size();
+        if (!findAngles(outline, index, Wedge(point, from, to), most, angles)) {
+            width = std::max(width / 16, narrow);
+            continue;
+        }
         for (double const angle : angles) {
             if (!first)
                 first = angle;
@@ -132,6 +142,7 @@ std::optional<qcVector<2>> rayDirection(std::vector<qcVector<2>> const& outline,
             previous = angle;
         }
         from = to;
+        width *= 2;
     }
     auto const last = first ? through(previous, *first, wideEnough) : std::nullopt;
     return last ? last : qcVector<2>(1, 0);
