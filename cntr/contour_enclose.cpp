@@ -41,9 +41,9 @@ qcContour::Bounds const& qcContour::bounds() const
 qcRect qcContour::encloseRect(qcXform<2> const& xform) const
 {
     checkEmptyContour();
+    if (qnInternal::isIdentity(xform))  // the one that is asked most has a place of its own
+        return toRect({bounds().min, bounds().max});
     auto const compute = [&] {
-        if (qnInternal::isIdentity(xform))
-            return toRect({bounds().min, bounds().max});
         return toRect(boxOfMapped(points_, [&](qcVector<2> const& p) { return xform * p; }));
     };
     return qnInternal::cachedRect(encloseRectCache_, xform, cachedVectorSize_, compute, [] {});

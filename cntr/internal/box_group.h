@@ -62,8 +62,9 @@ template <class Test>
 unsigned eightBits(Test const& test)
 {
     PairMask bits{};
-    for (int i = 0; i < 4; ++i)
-        bits |= test(static_cast<std::size_t>(i)) & PairMask{1 << (2 * i), 2 << (2 * i)};
+    PairMask places{1, 2};
+    for (std::size_t i = 0; i < 4; ++i, places <<= 2)
+        bits |= test(i) & places;
     return static_cast<unsigned>(bits[0] | bits[1]);
 }
 

@@ -107,12 +107,11 @@ private:
     Eight taggedSquares(BoxGroup const& boxes) const
     {
         Eight squares;
-        for (int i = 0; i < 4; ++i) {
-            auto const at = static_cast<std::size_t>(2 * i);
-            Pair const two = smaller(squaredDistances(boxes, at / 2, point_), both(kFar));
-            PairMask const bits =
-                (reinterpret_cast<PairMask>(two) & ~PairMask{7, 7}) | PairMask{2 * i, 2 * i + 1};
-            std::memcpy(&squares[at], &bits, sizeof bits);
+        PairMask tags{0, 1};
+        for (std::size_t i = 0; i < 4; ++i, tags += PairMask{2, 2}) {
+            Pair const two = smaller(squaredDistances(boxes, i, point_), both(kFar));
+            PairMask const bits = (reinterpret_cast<PairMask>(two) & ~PairMask{7, 7}) | tags;
+            std::memcpy(&squares[2 * i], &bits, sizeof bits);
         }
         return squares;
     }
