@@ -136,7 +136,6 @@ EdgeIndex::EdgeIndex(std::vector<qcVector<2>> const& points, bool closed)
             break;
     }
     groups_.resize(groups);
-    ways_.resize(groups * kFan);
     addLeaves(points);
     addLevelsAbove();
     rootBox_ = groups_.back().all();
@@ -160,9 +159,9 @@ void EdgeIndex::addLeaves(std::vector<qcVector<2>> const& points)
         Run const run = runOver(from, to, count);
         sum += run.sum;
         tooSmall = tooSmall || anyTooSmall(run, to, count);
-        groups_[leaf / kFan].set(leaf % kFan,
-                                 {{run.low[0], run.low[1]}, {run.high[0], run.high[1]}});
-        ways_[leaf] = static_cast<unsigned char>(
+        Group& group = groups_[leaf / kFan];
+        group.set(leaf % kFan, {{run.low[0], run.low[1]}, {run.high[0], run.high[1]}});
+        group.ways[leaf % kFan] = static_cast<unsigned char>(
             (run.lowStep[0] < 0 ? kLeft : 0U) | (run.highStep[0] > 0 ? kRight : 0U) |
             (run.lowStep[1] < 0 ? kDown : 0U) | (run.highStep[1] > 0 ? kUp : 0U));
         to += count;
@@ -175,12 +174,13 @@ void EdgeIndex::addLevelsAbove()
 {
     for (std::size_t level = 1; level < levelCount_; ++level)
         for (std::size_t node = 0; node < boxCount_[level]; ++node) {
-            auto const of = groupBegin_[level - 1] + node;
-            groups_[groupBegin_[level] + node / kFan].set(node % kFan, groups_[of].all());
+            Group const& below = groups_[groupBegin_[level - 1] + node];
+            Group& group = groups_[groupBegin_[level] + node / kFan];
             unsigned ways = 0;
-            for (std::size_t i = 0; i < boxesIn(level - 1, node); ++i)
-                ways |= ways_[of * kFan + i];
-            ways_[groupBegin_[level] * kFan + node] = static_cast<unsigned char>(ways);
+            for (unsigned const way : below.ways)
+                ways |= way;
+            group.set(node % kFan, below.all());
+            group.ways[node % kFan] = static_cast<unsigned char>(ways);
         }
 }
 
@@ -217,16 +217,14 @@ void EdgeIndex::sortLeavesAlongCurve()
     sortByByte(places, 0);
     sortByByte(places, 8);
     leafAt_.resize(places.size());
-    std::vector<Box> boxes(places.size());
-    std::vector<unsigned char> ways(places.size());
+    std::vector<Group> const former(groups_.begin(),
+                                    groups_.begin() + static_cast<std::ptrdiff_t>(boxCount_[1]));
     for (std::size_t node = 0; node < places.size(); ++node) {
         leafAt_[node] = places[node].leaf;
-        boxes[node] = box(0, leafAt_[node]);
-        ways[node] = ways_[leafAt_[node]];
-    }
-    for (std::size_t node = 0; node < boxes.size(); ++node) {
-        groups_[node / kFan].set(node % kFan, boxes[node]);
-        ways_[node] = ways[node];
+        Group const& from = former[leafAt_[node] / kFan];
+        Group& group = groups_[node / kFan];
+        group.set(node % kFan, from.box(leafAt_[node] % kFan));
+        group.ways[node % kFan] = from.ways[leafAt_[node] % kFan];
     }
 }
 

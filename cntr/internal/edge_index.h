@@ -138,11 +138,15 @@ public:
 
 private:
     /// The ways in which edges run, as bits.
-    enum Way : unsigned { kLeft = 1, kRight = 2, kDown = 4, kUp = 8, kAnyWay = 15 };
+    enum Way : unsigned { kLeft = 1, kRight = 2, kDown = 4, kUp = 8 };
+
+    struct Group : BoxGroup {
+        std::array<unsigned char, kFan> ways{};  // of the edges below each box
+    };
 
     unsigned waysOf(std::size_t level, std::size_t node) const
     {
-        return ways_[groupBegin_[level] * kFan + node];
+        return groups_[groupBegin_[level] + node / kFan].ways[node % kFan];
     }
 
     void addLeaves(std::vector<qcVector<2>> const& points);
@@ -174,8 +178,7 @@ private:
     std::size_t levelCount_ = 1;
     std::array<std::size_t, 24> boxCount_{};    // 8^22 edges are more than memory holds
     std::array<std::size_t, 24> groupBegin_{};  // both by level
-    std::vector<BoxGroup> groups_;              // level by level
-    std::vector<unsigned char> ways_;           // as the boxes in groups_
+    std::vector<Group> groups_;                 // level by level
     std::vector<std::uint32_t> leafAt_;         // empty in outline order
 };
 
