@@ -1,9 +1,11 @@
 // The farthest pair of points: all pairs, and a search over pairs of boxes.
 #include "cntr/internal/farthest_pair.h"
 
+#include "cntr/internal/farthest_on_hull.h"
+
 #include <algorithm>
-#include <cmath>
-#include <utility>
+#include <limits>
+#include <optional>
 
 namespace qnInternal {
 
@@ -34,21 +36,25 @@ double squaredDistance(qcVector<2> const& a, qcVector<2> const& b)
 class Search {
 public:
     Search(std::vector<qcVector<2>> const& points, EdgeIndex const& index)
-        : points_(points), index_(index)
+        : points_(points), index_(index), farthest_(points)
     {
         // From far point to far point: seldom much short of the farthest pair.
         std::size_t from = 0;
         for (int i = 0; i < 3; ++i) {
             std::size_t const far = farFrom(from);
-            consider(from, far);
+            if (far != from)
+                farthest_.consider(from, far);
             from = far;
         }
     }
 
-    FarthestPair run()
+    /// Nothing where more pairs of leaves than `mostPairs` would have to be looked at.
+    std::optional<FarthestPair> run(std::size_t mostPairs)
     {
-        visit(index_.levelCount() - 1, 0, 0);
-        return best_;
+        pairsLeft_ = mostPairs;
+        if (!visit(index_.levelCount() - 1, 0, 0))
+            return std::nullopt;
+        return farthest_.pair();
     }
 
 private:
@@ -82,20 +88,6 @@ private:
         return leaf;
     }
 
-    /// Keeps the largest rounded distance and, of equal ones, the first pair of indices.
-    void consider(std::size_t i, std::size_t j)
-    {
-        if (j < i)
-            std::swap(i, j);
-        double const d = points_[i].distance(points_[j]);
-        bool const earlier = i < best_.first || (i == best_.first && j < best_.second);
-        if (d > best_.distance || (d == best_.distance && d > 0 && earlier)) {
-            best_ = {d, i, j};
-            // Where squares are below this, roots are smaller even after rounding.
-            lowest_ = d * d * (1 - 2e-14);
-        }
-    }
-
     /// Which boxes of group `b` may hold a point that is far enough from one in `a`. Reaches of 0, all
     /// in one point, are never far.
     unsigned farEnough(Box const& a, std::size_t level, std::size_t b) const
@@ -103,47 +95,52 @@ private:
         BoxGroup const& boxes = index_.group(level, b);
         unsigned const far = eightBits([&](std::size_t i) {
             Pair const reach = squaredReaches(a, boxes, i);
-            return (reach >= both(lowest_)) & (reach > Pair{});
+            return (reach >= both(farthest_.lowest())) & (reach > Pair{});
         });
         return far & ((1U << index_.boxesIn(level, b)) - 1);
     }
 
     /// Looks at the pairs of boxes of two groups, the same one or the second behind the first.
-    void visit(std::size_t level, std::size_t a, std::size_t b)
+    bool visit(std::size_t level, std::size_t a, std::size_t b)
     {
         for (std::size_t i = 0; i < index_.boxesIn(level, a); ++i) {
             unsigned far = farEnough(index_.group(level, a).box(i), level, b);
             if (a == b)
                 far &= ~0U << i;
             std::size_t const node = a * EdgeIndex::kFan + i;
-            forEachBit(far, [&](std::size_t j) {
+            bool const tooMany = anyBit(far, [&](std::size_t j) {
                 std::size_t const other = b * EdgeIndex::kFan + j;
-                if (level == 0)
-                    look(index_.leafAt(node), other);
-                else
-                    visit(level - 1, node, other);
+                return level == 0 ? !look(index_.leafAt(node), other)
+                                  : !visit(level - 1, node, other);
             });
+            if (tooMany)
+                return false;
         }
+        return true;
     }
 
-    void look(std::size_t leaf, std::size_t other)
+    bool look(std::size_t leaf, std::size_t other)
     {
+        if (pairsLeft_ == 0)
+            return false;
+        --pairsLeft_;
         Box const box = index_.box(0, other);
         std::size_t const otherLeaf = index_.leafAt(other);
         for (std::size_t i = index_.leafBegin(leaf); i < index_.verticesEnd(leaf); ++i) {
-            if (squaredReach(boxOf(points_[i]), box) < lowest_)
+            if (squaredReach(boxOf(points_[i]), box) < farthest_.lowest())
                 continue;
             for (std::size_t j = index_.leafBegin(otherLeaf); j < index_.verticesEnd(otherLeaf);
                  ++j)
-                if (!(squaredDistance(points_[i], points_[j]) < lowest_) && i != j)
-                    consider(i, j);
+                if (i != j)
+                    farthest_.consider(i, j);
         }
+        return true;
     }
 
     std::vector<qcVector<2>> const& points_;
     EdgeIndex const& index_;
-    FarthestPair best_;
-    double lowest_ = 0;
+    FarthestSoFar farthest_;
+    std::size_t pairsLeft_ = 0;
 };
 
 }  // namespace
@@ -163,7 +160,23 @@ FarthestPair farthestPair(std::vector<qcVector<2>> const& points)
 
 FarthestPair farthestPair(std::vector<qcVector<2>> const& points, EdgeIndex const& index)
 {
-    return Search(points, index).run();
+    // On most outlines a leaf has less than one other that is far enough from it on average. The hull
+    // takes as long as about a dozen pairs a leaf (bench/extremes_bench.cpp, the circle).
+    if (auto const found = Search(points, index).run(64 + 12 * index.leafCount()))
+        return *found;
+    if (auto const found = farthestPairOnHull(points))
+        return *found;
+    return *Search(points, index).run(std::numeric_limits<std::size_t>::max());
+}
+
+void FarthestSoFar::keep(std::size_t first, std::size_t second)
+{
+    double const d = points_[first].distance(points_[second]);
+    bool const earlier = first < best_.first || (first == best_.first && second < best_.second);
+    if (d > best_.distance || (d == best_.distance && d > 0 && earlier)) {
+        best_ = {d, first, second};
+        lowest_ = d * d * (1 - 2e-14);
+    }
 }
 
 }  // namespace qnInternal

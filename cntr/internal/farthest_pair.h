@@ -17,10 +17,37 @@ struct FarthestPair {
     std::size_t second = 0;
 };
 
+/// The pair of largest rounded distance among those considered, the first in index order on a tie.
+class FarthestSoFar {
+public:
+    explicit FarthestSoFar(std::vector<qcVector<2>> const& points) : points_(points) {}
+
+    /// `i` and `j` differ.
+    void consider(std::size_t i, std::size_t j)
+    {
+        qcVector<2> const d = points_[i] - points_[j];
+        if (!(d * d < lowest_))
+            keep(i < j ? i : j, i < j ? j : i);
+    }
+
+    /// Pairs of smaller squared distance are smaller after rounding as well.
+    double lowest() const { return lowest_; }
+
+    FarthestPair const& pair() const { return best_; }
+
+private:
+    void keep(std::size_t first, std::size_t second);
+
+    std::vector<qcVector<2>> const& points_;
+    FarthestPair best_;
+    double lowest_ = 0;
+};
+
 /// The pair of largest distance, the first in index order on a tie. Quadratic.
 FarthestPair farthestPair(std::vector<qcVector<2>> const& points);
 
 /// The same through a regular index: pairs of boxes are looked at whose corners are far enough apart.
+/// Where these are too many, as on a circle, the hull is asked.
 FarthestPair farthestPair(std::vector<qcVector<2>> const& points, EdgeIndex const& index);
 
 }  // namespace qnInternal

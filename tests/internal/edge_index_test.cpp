@@ -1,6 +1,7 @@
 // What is found through an index is what the plain loops find, on every kind of outline.
 #include "cntr/internal/edge_hits.h"
 #include "cntr/internal/edge_index.h"
+#include "cntr/internal/farthest_on_hull.h"
 #include "cntr/internal/farthest_pair.h"
 #include "cntr/internal/nearest.h"
 #include "cntr/internal/parity.h"
@@ -129,6 +130,54 @@ TEST(EdgeIndex, ProposesEveryEdgeThatASegmentMeets)
     }
 }
 
+void expectEqual(FarthestPair const& found, FarthestPair const& plain)
+{
+    EXPECT_EQ(found.distance, plain.distance);
+    EXPECT_EQ(found.first, plain.first);
+    EXPECT_EQ(found.second, plain.second);
+}
+
+/// Points of a circle, some of them twice, some moved by about the rounding of a distance.
+Points roundish(unsigned seed)
+{
+    std::mt19937 random(seed);
+    std::size_t const count = 3 + random() % (seed % 10 == 0 ? 700 : 40);
+    double const turned = seed % 2 == 0 ? 0 : qnOutlines::uniform(random, 0, 1);
+    double const moved = seed % 3 == 0 ? 4e-16 : 0;
+    Points points;
+    for (std::size_t i = 0; i < count; ++i) {
+        double const angle =
+            turned + 2 * qnAngle::kPi * static_cast<double>(i) / static_cast<double>(count);
+        double const radius = 5 + moved * qnOutlines::uniform(random, -4, 4);
+        points.emplace_back(radius, qcRadian(angle));
+        if (seed % 5 == 0 && random() % 4 == 0)
+            points.push_back(points[random() % points.size()]);
+    }
+    if (seed % 7 == 0)
+        std::shuffle(points.begin(), points.end(), random);
+    return points;
+}
+
+TEST(EdgeIndex, FarthestPairOnCirclesIsThatOfAllPairs)
+{
+    int certain = 0;
+    for (unsigned seed = 0; seed < 400; ++seed) {
+        SCOPED_TRACE(seed);
+        auto const points = roundish(seed);
+        auto const plain = farthestPair(points);
+        expectEqual(farthestPair(points, EdgeIndex(points, true)), plain);
+        if (auto const found = farthestPairOnHull(points)) {
+            expectEqual(*found, plain);
+            ++certain;
+        }
+    }
+    EXPECT_GT(certain, 300);
+    // Nothing is certain where a point is next to a vertex, or there is no hull to speak of.
+    EXPECT_FALSE(farthestPairOnHull({{0, 0}, {9, 0}, {9, 9}, {0, 9}, {9, 9 - 1e-8}}));
+    EXPECT_FALSE(farthestPairOnHull({{0, 0}, {3, 0}, {9, 0}}));
+    EXPECT_FALSE(farthestPairOnHull({{2, 1}, {2, 1}}));
+}
+
 TEST(EdgeIndex, FarthestPairAndSelfCrossingAreThoseOfAllPairs)
 {
     int crossing = 0;
@@ -138,10 +187,8 @@ TEST(EdgeIndex, FarthestPairAndSelfCrossingAreThoseOfAllPairs)
         auto const& index = item.index;
         SCOPED_TRACE(outline.name);
         auto const plain = farthestPair(outline.points);
-        auto const found = farthestPair(outline.points, index);
-        EXPECT_EQ(found.distance, plain.distance);
-        EXPECT_EQ(found.first, plain.first);
-        EXPECT_EQ(found.second, plain.second);
+        expectEqual(farthestPair(outline.points, index), plain);
+        expectEqual(farthestPairOnHull(outline.points).value_or(plain), plain);
         bool const crosses = qnPlain::isSelfIntersecting(outline.points, outline.closed);
         EXPECT_EQ(anyEdgeMeetsAnother(index, outline.points, outline.closed), crosses);
         crossing += crosses;

@@ -1,0 +1,148 @@
+// Antipodal vertices of a hull, by the directions of its edges in order.
+#include "cntr/internal/farthest_on_hull.h"
+
+#include "cntr/internal/box.h"
+
+#include <qc/core/convex_hull.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace qnInternal {
+
+namespace {
+
+using Points = std::vector<qcVector<2>>;
+
+/// Parts of the extent: how short an edge of the hull may be, and how near a vertex another point.
+constexpr double kShortestEdge = 1e-6;
+constexpr double kNearVertex = 1e-7;
+
+/// How far directions may be off those of a vertex, in units of aroundSquare().
+constexpr double kOffNormal = 1e-7;
+
+/// So many pairs for each vertex of the hull are looked at before it is left to others.
+constexpr std::size_t kMostPairs = 64;
+
+/// Where a direction meets the square with corners on the axes, from 0 to 4 along it: grows with the
+/// angle, by no more than it, and by 2 for half a turn.
+double aroundSquare(qcVector<2> const& direction)
+{
+    double const part = direction.y() / (std::fabs(direction.x()) + std::fabs(direction.y()));
+    if (direction.x() < 0)
+        return 2 - part;
+    return direction.y() < 0 ? 4 + part : part;
+}
+
+/// For each vertex of a hull, the first of the points that equal it.
+class FirstOfVertex {
+public:
+    FirstOfVertex(Points const& hull, Box const& box, double near)
+        : hull_(hull), low_(box.min.x()), near_(near),
+          bucketsPerUnit_(static_cast<double>(hull.size()) / (box.max.x() - box.min.x())),
+          begin_(hull.size() + 2, 0), vertices_(hull.size()), first_(hull.size(), kNone)
+    {
+        for (auto const& vertex : hull)
+            ++begin_[bucketOf(vertex.x()) + 1];
+        for (std::size_t i = 1; i < begin_.size(); ++i)
+            begin_[i] += begin_[i - 1];
+        auto next = begin_;
+        for (std::size_t v = 0; v < hull.size(); ++v)
+            vertices_[next[bucketOf(hull[v].x())]++] = v;
+    }
+
+    /// False where the point is near a vertex without being equal to it.
+    bool add(qcVector<2> const& point, std::size_t index)
+    {
+        std::size_t const end = begin_[bucketOf(point.x() + near_) + 1];
+        for (std::size_t i = begin_[bucketOf(point.x() - near_)]; i < end; ++i) {
+            std::size_t const v = vertices_[i];
+            qcVector<2> const d = hull_[v] - point;
+            if (d == qcVector<2>())
+                first_[v] = std::min(first_[v], index);
+            else if (std::fabs(d.x()) <= near_ && std::fabs(d.y()) <= near_)
+                return false;
+        }
+        return true;
+    }
+
+    std::size_t operator[](std::size_t vertex) const { return first_[vertex]; }
+
+private:
+    static constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
+
+    std::size_t bucketOf(double x) const
+    {
+        double const bucket = (x - low_) * bucketsPerUnit_;
+        return bucket > 0 ? static_cast<std::size_t>(
+                                std::min(bucket, static_cast<double>(hull_.size() - 1)))
+                          : 0;
+    }
+
+    Points const& hull_;
+    double low_;
+    double near_;
+    double bucketsPerUnit_;
+    std::vector<std::size_t> begin_;     // per bucket, and past the last
+    std::vector<std::size_t> vertices_;  // by bucket
+    std::vector<std::size_t> first_;
+};
+
+/// Calls visit(i, j) for the pairs of vertices whose normals are opposite, or nearly so, each pair at
+/// least once; false where they are too many.
+template <class Visit>
+bool forEachAntipodal(Points const& hull, Visit const& visit)
+{
+    std::size_t const count = hull.size();
+    std::vector<double> around(3 * count);  // of the edge that leaves a vertex, three times round
+    double turns = 0;
+    for (std::size_t i = 0; i < around.size(); ++i) {
+        double const place = aroundSquare(hull[(i + 1) % count] - hull[i % count]);
+        if (i > 0 && turns + place < around[i - 1] - 2)
+            turns += 4;
+        around[i] = turns + place;
+    }
+    std::size_t left = kMostPairs * count;
+    std::size_t begin = 0;
+    for (std::size_t i = count; i < 2 * count; ++i) {
+        while (around[begin] < around[i - 1] - 2 - kOffNormal)
+            ++begin;
+        for (std::size_t j = begin; around[j == 0 ? 0 : j - 1] <= around[i] - 2 + kOffNormal; ++j) {
+            if (left-- == 0)
+                return false;
+            visit(i % count, j % count);
+        }
+    }
+    return true;
+}
+
+}  // namespace
+
+std::optional<FarthestPair> farthestPairOnHull(Points const& points)
+{
+    Points hull;
+    qfConvexHull(points, hull);
+    if (hull.size() < 3)
+        return std::nullopt;
+    Box box = boxOf(hull.front());
+    for (auto const& vertex : hull)
+        enclose(box, vertex);
+    double const extent = (box.max - box.min).len();
+    for (std::size_t i = 0; i < hull.size(); ++i)
+        if (!(hull[i].distance(hull[(i + 1) % hull.size()]) >= kShortestEdge * extent))
+            return std::nullopt;
+    FirstOfVertex first(hull, box, kNearVertex * extent);
+    for (std::size_t i = 0; i < points.size(); ++i)
+        if (!first.add(points[i], i))
+            return std::nullopt;
+    FarthestSoFar farthest(points);
+    if (!forEachAntipodal(hull, [&](std::size_t i, std::size_t j) {
+            if (i != j)
+                farthest.consider(first[i], first[j]);
+        }))
+        return std::nullopt;
+    return farthest.pair();
+}
+
+}  // namespace qnInternal
