@@ -11,6 +11,7 @@
 
 #include <qc/core/internal/plane.h>
 
+#include <algorithm>
 #include <limits>
 
 namespace {
@@ -112,19 +113,19 @@ struct Containment {
     {
         for (auto const& point : outline)
             enclose(box, point);
-        qcVector<2> const across = box.max - box.min;
-        rayLength = 2 * std::sqrt(across * across);
+        for (auto const& point : outline)
+            radius = std::max(radius, outline.front().distance(point));
     }
 
     Box box;
-    double rayLength = 0;
+    double radius = 0;
 };
 
 void parity_loop(benchmark::State& state)
 {
     auto const& given = star(state);
     Containment const known(given.outline);
-    ParityReach const reach(known.box, given.outline.size(), known.rayLength);
+    ParityReach const reach(known.box, given.outline.size(), given.outline.front(), known.radius);
     rotate(state, [&](std::size_t i) {
         return insideByAllEdges(given.outline, given.longSegments[i][0], reach);
     });
@@ -135,7 +136,7 @@ void slabs_built(benchmark::State& state)
 {
     auto const& given = star(state);
     Containment const known(given.outline);
-    ParityReach const reach(known.box, given.outline.size(), known.rayLength);
+    ParityReach const reach(known.box, given.outline.size(), given.outline.front(), known.radius);
     for (auto _ : state)
         benchmark::DoNotOptimize(
             SlabIndex(given.outline, known.box, reach).inside(given.outline, known.box.min));
@@ -146,7 +147,7 @@ void slabs_asked(benchmark::State& state)
 {
     auto const& given = star(state);
     Containment const known(given.outline);
-    ParityReach const reach(known.box, given.outline.size(), known.rayLength);
+    ParityReach const reach(known.box, given.outline.size(), given.outline.front(), known.radius);
     SlabIndex const slabs(given.outline, known.box, reach);
     rotate(state,
            [&](std::size_t i) { return slabs.inside(given.outline, given.longSegments[i][0]); });

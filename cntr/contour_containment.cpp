@@ -18,8 +18,8 @@ std::optional<bool> qcContour::certainlyInside(qcVector<2> const& point) const
     if (points_.size() < 3 || !bounds().finite)
         return std::nullopt;
     qnInternal::Box const box{bounds().min, bounds().max};
-    double const rayLength = 2 * encloseCircle(qcContourDefs::eFromFirstPoint).radius();
-    qnInternal::ParityReach const reach(box, points_.size(), rayLength);
+    double const radius = encloseCircle(qcContourDefs::eFromFirstPoint).radius();
+    qnInternal::ParityReach const reach(box, points_.size(), points_.front(), radius);
     if (!reach.certain())
         return std::nullopt;
     if (++containmentQueries_ <= kQueriesWithoutSlabs)

@@ -17,28 +17,44 @@ namespace {
 /// kOnSegment.
 constexpr double kLargestCertain = 1e6;
 
+/// Room for rounding: a meeting point is off the ray by less than 1e-9 at such coordinates, the sine of
+/// an edge with the ray by a millionth of kParallelSine.
+constexpr double kRoom = 1.02;
+
+/// Square of a length shortened by how far beyond the outline the ray must end.
+double shortenedSquare(double length)
+{
+    double const usable = length - 16 * kOnSegment;
+    return usable > 0 ? usable * usable : 0;
+}
+
 /// How many entries for each edge the slabs may hold beyond one.
 constexpr double kSpareEntries = 1.25;
 
 }  // namespace
 
-ParityReach::ParityReach(Box const& box, std::size_t vertexCount, double rayLength)
-    : box_(box), toVertex_(0), toEdge_(4 * kOnSegment), squaredRay_(0)
+ParityReach::ParityReach(Box const& box, std::size_t vertexCount, qcVector<2> const& firstVertex,
+                         double radius)
+    : box_(box), toVertex_(0), toEdge_(4 * kOnSegment), firstVertex_(firstVertex),
+      squaredRadius_(shortenedSquare(radius)), squaredRay_(shortenedSquare(2 * radius))
 {
     double const extent = (box.max - box.min).len();
     double const halfGap = qnAngle::kPi / (2 * static_cast<double>(vertexCount));
-    double const toRay = std::max(2 * kOnSegment, 4 * kParallelSine * extent);
+    double const toRay = std::max(kRoom * kOnSegment, kRoom * kParallelSine * extent / 2);
     toVertex_ = std::max(toRay / std::sin(halfGap), toEdge_);
-    double const usable = rayLength - 16 * kOnSegment;
-    squaredRay_ = usable > 0 ? usable * usable : 0;
     certain_ = vertexCount >= 3 && largestCoordinate(box) <= kLargestCertain;
 }
 
-bool ParityReach::rayLeavesBox(qcVector<2> const& point) const
+bool ParityReach::rayLeavesOutline(qcVector<2> const& point) const
 {
+    if (!certain_)
+        return false;
+    qcVector<2> const offset = point - firstVertex_;
+    if (offset * offset < squaredRadius_)
+        return true;
     double const dx = std::max(point.x() - box_.min.x(), box_.max.x() - point.x());
     double const dy = std::max(point.y() - box_.min.y(), box_.max.y() - point.y());
-    return certain_ && dx * dx + dy * dy < squaredRay_;
+    return dx * dx + dy * dy < squaredRay_;
 }
 
 void ParityCount::add(qcVector<2> const& from, qcVector<2> const& to)
@@ -116,7 +132,7 @@ std::size_t SlabIndex::slabOf(double y) const
 std::optional<bool> SlabIndex::inside(std::vector<qcVector<2>> const& outline,
                                       qcVector<2> const& point) const
 {
-    if (!reach_.rayLeavesBox(point))
+    if (!reach_.rayLeavesOutline(point))
         return std::nullopt;
     ParityCount count(point, reach_);
     std::size_t const slab = slabOf(point.y());
@@ -128,7 +144,7 @@ std::optional<bool> SlabIndex::inside(std::vector<qcVector<2>> const& outline,
 std::optional<bool> insideByAllEdges(std::vector<qcVector<2>> const& outline,
                                      qcVector<2> const& point, ParityReach const& reach)
 {
-    if (!reach.rayLeavesBox(point))
+    if (!reach.rayLeavesOutline(point))
         return std::nullopt;
     ParityCount count(point, reach);
     forEachEdge(outline, true, [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {

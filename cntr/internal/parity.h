@@ -4,8 +4,9 @@
 /// The ray leaves the point in the middle of a gap of at least pi / n between the directions of the n
 /// vertices, so every vertex at distance r is at least r sin(pi / 2n) away from it. Where that is
 /// more than kOnSegment, with room for rounding, an edge counts as met exactly where it crosses
-/// the ray: it can not be met beyond its ends. Where it is also more than the outline's extent times
-/// the sine below which lines are parallel, no crossing edge is parallel to the ray. Where no edge
+/// the ray: it can not be met beyond its ends. Where it is also more than half the outline's extent
+/// times the sine below which lines are parallel, no edge from one side of the ray to the other is
+/// parallel to it. Where no edge
 /// is within kOnSegment of the point, and the ray ends farther than that beyond the bounding box,
 /// no edge is left out for touching its ends. Then the parity of the crossings is that of the closed
 /// outline, and any ray gives it. A point for which one of this is in doubt is asked the ray itself.
@@ -26,15 +27,17 @@ namespace qnInternal {
 /// What must hold around a point for the parity to be certain. All coordinates are finite.
 class ParityReach {
 public:
-    /// `box` bounds the `vertexCount` vertices; `rayLength` is that of the containment ray.
-    ParityReach(Box const& box, std::size_t vertexCount, double rayLength);
+    /// `box` bounds the `vertexCount` vertices, which lie within `radius` of the first one; the
+    /// containment ray is twice as long.
+    ParityReach(Box const& box, std::size_t vertexCount, qcVector<2> const& firstVertex,
+                double radius);
 
     /// Whether any point has an answer here. If not, the coordinates are too large, perhaps even for
     /// the arithmetic of the slabs.
     bool certain() const { return certain_; }
 
-    /// Whether the ray from `point`, which lies in the box, is sure to leave the box.
-    bool rayLeavesBox(qcVector<2> const& point) const;
+    /// Whether the ray from `point`, which lies in the box, is sure to end beyond the outline.
+    bool rayLeavesOutline(qcVector<2> const& point) const;
 
     /// No vertex may be this near.
     double toVertex() const { return toVertex_; }
@@ -46,6 +49,8 @@ private:
     Box box_;
     double toVertex_;
     double toEdge_;
+    qcVector<2> firstVertex_;
+    double squaredRadius_;  // both shortened by what must lie between outline and end
     double squaredRay_;
     bool certain_;
 };

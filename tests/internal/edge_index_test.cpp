@@ -208,10 +208,10 @@ TEST(Parity, WhereItIsCertainTheRayAgrees)
             continue;
         SCOPED_TRACE(outline.name);
         Box const& box = index.rootBox();
-        double reachOfRay = 0;
+        double radius = 0;
         for (auto const& p : outline.points)
-            reachOfRay = std::max(reachOfRay, outline.points.front().distance(p));
-        ParityReach const reach(box, outline.points.size(), 2 * reachOfRay);
+            radius = std::max(radius, outline.points.front().distance(p));
+        ParityReach const reach(box, outline.points.size(), outline.points.front(), radius);
         SlabIndex const slabs(outline.points, box, reach);
         for (auto const& place : places(outline.points, random)) {
             if (outline.closed) {
