@@ -2,8 +2,11 @@
 #include <cntr/contour.h>
 
 #include "cntr/internal/box.h"
+#include "cntr/internal/box_of_points.h"
 #include "cntr/internal/contour_caches.h"
 #include "cntr/internal/farthest_pair.h"
+
+#include <cmath>
 
 namespace {
 
@@ -28,12 +31,8 @@ qcRect toRect(qnInternal::Box const& box)
 qcContour::Bounds const& qcContour::bounds() const
 {
     if (!bounds_) {
-        double notFinite = 0;  // becomes NaN with the first coordinate that is not finite
-        auto const box = boxOfMapped(points_, [&](qcVector<2> const& p) {
-            notFinite += p.x() * 0.0 + p.y() * 0.0;
-            return p;
-        });
-        bounds_ = Bounds{box.min, box.max, notFinite == 0};
+        auto const extent = qnInternal::boxOfPoints(points_);
+        bounds_ = Bounds{extent.box.min, extent.box.max, extent.finite};
     }
     return *bounds_;
 }
@@ -81,10 +80,7 @@ qcContour::Circle qcContour::firstPointCircle() const
     if (points_.empty())
         return circle;
     circle.center = points_.front();
-    for (auto const& point : points_) {
-        double const d = circle.center.distance(point);
-        if (d > circle.radius)
-            circle.radius = d;
-    }
+    // The root of the largest square is the largest of the rounded roots: rounding keeps their order.
+    circle.radius = std::sqrt(qnInternal::largestSquaredDistance(points_, circle.center));
     return circle;
 }

@@ -33,9 +33,13 @@ inline qcVector<2> const& edgeEnd(std::vector<qcVector<2>> const& points, bool c
 template <class Visit>
 void forEachEdge(std::vector<qcVector<2>> const& points, bool closed, Visit visit)
 {
-    std::size_t const count = edgeCount(points.size(), closed);
-    for (std::size_t k = 0; k < count; ++k)
-        visit(k, edgeStart(points, closed, k), edgeEnd(points, closed, k));
+    if (points.empty())
+        return;
+    std::size_t k = 0;
+    if (closed)
+        visit(k++, points.back(), points.front());
+    for (std::size_t i = 1; i < points.size(); ++i)
+        visit(k++, points[i - 1], points[i]);
 }
 
 /// Calls visit(length) for every edge, in edge order.

@@ -1,4 +1,5 @@
 // What is found through an index is what the plain loops find, on every kind of outline.
+#include "cntr/internal/box_of_points.h"
 #include "cntr/internal/edge_hits.h"
 #include "cntr/internal/edge_index.h"
 #include "cntr/internal/farthest_on_hull.h"
@@ -16,6 +17,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <limits>
 
 using namespace qnInternal;
 
@@ -229,6 +233,33 @@ TEST(Parity, WhereItIsCertainTheRayAgrees)
         }
     }
     EXPECT_GT(certain, 1000);
+}
+
+TEST(BoxOfPoints, IsWhatThePointsOneByOneMake)
+{
+    double const inf = std::numeric_limits<double>::infinity();
+    double const special[] = {0.0, -0.0, std::nan(""), inf, -inf, 1e300, -5, 5e-324};
+    std::mt19937 random(9);
+    for (int round = 0; round < 2000; ++round) {
+        Points points;
+        for (std::size_t i = 0; i <= random() % 12; ++i)
+            points.emplace_back(special[random() % (round % 3 == 0 ? 2 : 8)],
+                                round % 2 == 0 ? special[random() % 8]
+                                               : static_cast<double>(random() % 9));
+        Box box = boxOf(points.front());
+        bool finite = true;
+        double farthest = 0;
+        for (auto const& point : points) {
+            enclose(box, point);
+            finite = finite && std::isfinite(point.x()) && std::isfinite(point.y());
+            double const distance = points.front().distance(point);
+            farthest = distance > farthest ? distance : farthest;
+        }
+        auto const found = boxOfPoints(points);
+        EXPECT_EQ(std::memcmp(&found.box, &box, sizeof box), 0) << round;
+        EXPECT_EQ(found.finite, finite) << round;
+        EXPECT_EQ(std::sqrt(largestSquaredDistance(points, points.front())), farthest) << round;
+    }
 }
 
 }  // namespace

@@ -1,0 +1,101 @@
+// The extremes of many points, several at a time.
+#include "cntr/internal/box_of_points.h"
+
+#include "cntr/internal/box_group.h"
+
+#include <algorithm>
+
+namespace qnInternal {
+
+namespace {
+
+/// Every fourth point's extremes; `nothing` becomes NaN with the first coordinate that is not finite.
+struct Extremes {
+    Pair low;
+    Pair high;
+    Pair nothing;
+
+    explicit Extremes(Pair first) : low(first), high(first), nothing{} {}
+
+    void take(Pair point)
+    {
+        low = smaller(point, low);
+        high = larger(point, high);
+        nothing += point * 0.0;
+    }
+
+    void take(Extremes const& later)
+    {
+        low = smaller(later.low, low);
+        high = larger(later.high, high);
+        nothing += later.nothing;
+    }
+};
+
+/// The first of equal numbers counts, and 0 equals -0: as if the points had come one by one.
+void keepFirstZeros(std::vector<qcVector<2>> const& points, Box& box)
+{
+    auto const firstZero = [&](double value, auto coordinate) {
+        if (value != 0)
+            return value;
+        return coordinate(*std::find_if(points.begin(), points.end(),
+                                        [&](qcVector<2> const& p) { return coordinate(p) == 0; }));
+    };
+    auto const x = [](qcVector<2> const& p) { return p.x(); };
+    auto const y = [](qcVector<2> const& p) { return p.y(); };
+    box.min = {firstZero(box.min.x(), x), firstZero(box.min.y(), y)};
+    box.max = {firstZero(box.max.x(), x), firstZero(box.max.y(), y)};
+}
+
+}  // namespace
+
+PointBox boxOfPoints(std::vector<qcVector<2>> const& points)
+{
+    // Four at a time, each for itself: a comparison would have to wait for the one before.
+    Extremes first(pairOf(points.front()));
+    Extremes second = first;
+    Extremes third = first;
+    Extremes fourth = first;
+    std::size_t i = 0;
+    for (; i + 4 <= points.size(); i += 4) {
+        first.take(pairOf(points[i]));
+        second.take(pairOf(points[i + 1]));
+        third.take(pairOf(points[i + 2]));
+        fourth.take(pairOf(points[i + 3]));
+    }
+    for (; i < points.size(); ++i)
+        first.take(pairOf(points[i]));
+    first.take(second);
+    third.take(fourth);
+    first.take(third);
+    Box box{{first.low[0], first.low[1]}, {first.high[0], first.high[1]}};
+    keepFirstZeros(points, box);
+    return {box, first.nothing[0] == 0 && first.nothing[1] == 0};
+}
+
+double largestSquaredDistance(std::vector<qcVector<2>> const& points, qcVector<2> const& place)
+{
+    auto const squares = [&](std::size_t i) {
+        Pair const a = pairOf(points[i]) - pairOf(place);
+        Pair const b = pairOf(points[i + 1]) - pairOf(place);
+        Pair const aa = a * a;
+        Pair const bb = b * b;
+        return Pair{aa[0], bb[0]} + Pair{aa[1], bb[1]};
+    };
+    Pair first{};
+    Pair second{};
+    std::size_t i = 0;
+    for (; i + 4 <= points.size(); i += 4) {
+        first = larger(squares(i), first);
+        second = larger(squares(i + 2), second);
+    }
+    first = larger(second, first);
+    double largest = std::max(first[0], first[1]);
+    for (; i < points.size(); ++i) {
+        qcVector<2> const d = points[i] - place;
+        largest = d * d > largest ? d * d : largest;
+    }
+    return largest;
+}
+
+}  // namespace qnInternal
