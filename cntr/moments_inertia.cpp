@@ -2,6 +2,7 @@
 #include <cntr/moments.h>
 
 #include "cntr/internal/edge_walk.h"
+#include "cntr/internal/pair.h"
 #include "cntr/internal/tolerances.h"
 
 #include <qc/core/internal/plane.h>
@@ -12,6 +13,7 @@
 namespace {
 
 using Points = std::vector<qcVector<2>>;
+using qnInternal::Pair;
 
 /// Moments of a triangle (-u, 0), (v, 0), (0, h) about its centroid, in that frame.
 struct LocalMoments {
@@ -75,26 +77,63 @@ qc_InertiaData inertiaDataTriangle(qcVector<2> p1, qcVector<2> p2, qcVector<2> p
     return toWorld(local, foot, p2 - p1);
 }
 
+/// x and y of two vertices from a reference point.
+struct TwoPoints {
+    Pair x;
+    Pair y;
+};
+
+TwoPoints twoPoints(qcVector<2> const& first, qcVector<2> const& second,
+                    qcVector<2> const& reference)
+{
+    return {Pair{first.x(), second.x()} - reference.x(),
+            Pair{first.y(), second.y()} - reference.y()};
+}
+
+/// Calls visit(from, to) for two edges at a time: one of the first half of the polygon and one of the
+/// second, of which an odd edge in the end has none.
+template <class Visit>
+void forTwoEdges(Points const& points, qcVector<2> const& reference, Visit visit)
+{
+    std::size_t const half = points.size() / 2;
+    TwoPoints from = twoPoints(points[0], points[half], reference);
+    for (std::size_t i = 1; i <= half; ++i) {
+        auto const& second = half + i < points.size() ? points[half + i] : points.front();
+        TwoPoints const to = twoPoints(points[i], second, reference);
+        visit(from, to);
+        from = to;
+    }
+    if (points.size() % 2 == 1)
+        visit(twoPoints(points.back(), reference, reference),
+              twoPoints(points.front(), reference, reference));
+}
+
 /// Sums over the edges, each with the doubled area of its triangle with a reference point.
 struct FirstSums {
-    double doubledArea = 0;
-    double doubledAreas = 0;  // without signs
-    qcVector<2> moment;       // six times the first moments
+    double doubledArea;
+    double doubledAreas;  // without signs
+    qcVector<2> moment;   // six times the first moments
 };
+
+double sum(Pair pair)
+{
+    return pair[0] + pair[1];
+}
 
 FirstSums firstSums(Points const& points, qcVector<2> const& reference)
 {
-    FirstSums sums;
-    qnInternal::forEachEdge(points, true,
-                            [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {
-                                qcVector<2> const a = from - reference;
-                                qcVector<2> const b = to - reference;
-                                double const area = a.cross(b);
-                                sums.doubledArea += area;
-                                sums.doubledAreas += std::fabs(area);
-                                sums.moment += (a + b) * area;
-                            });
-    return sums;
+    Pair areas{};
+    Pair absolute{};
+    Pair x{};
+    Pair y{};
+    forTwoEdges(points, reference, [&](TwoPoints const& from, TwoPoints const& to) {
+        Pair const area = from.x * to.y - from.y * to.x;
+        areas += area;
+        absolute += qnInternal::larger(area, -area);
+        x += (from.x + to.x) * area;
+        y += (from.y + to.y) * area;
+    });
+    return {sum(areas), sum(absolute), {sum(x), sum(y)}};
 }
 
 /// The record by sums over the edges: about the first vertex for the centre, then about the centre,
@@ -108,19 +147,20 @@ std::optional<qc_InertiaData> bySums(Points const& points)
           area > qnInternal::kSummedShare * first.doubledAreas))
         return std::nullopt;
     qcVector<2> const center = points.front() + first.moment * (1 / (3 * first.doubledArea));
-    double xx = 0;
-    double xy = 0;
-    double yy = 0;
-    qnInternal::forEachEdge(
-        points, true, [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {
-            qcVector<2> const a = from - center;
-            qcVector<2> const b = to - center;
-            qcVector<2> const both = a + b;
-            double const doubled = a.cross(b);
-            xx += (both.x() * both.x() - a.x() * b.x()) * doubled;
-            xy += (both.x() * both.y() + a.x() * a.y() + b.x() * b.y()) * doubled;
-            yy += (both.y() * both.y() - a.y() * b.y()) * doubled;
-        });
+    Pair sumXX{};
+    Pair sumXY{};
+    Pair sumYY{};
+    forTwoEdges(points, center, [&](TwoPoints const& from, TwoPoints const& to) {
+        Pair const x = from.x + to.x;
+        Pair const y = from.y + to.y;
+        Pair const doubled = from.x * to.y - from.y * to.x;
+        sumXX += (x * x - from.x * to.x) * doubled;
+        sumXY += (x * y + from.x * from.y + to.x * to.y) * doubled;
+        sumYY += (y * y - from.y * to.y) * doubled;
+    });
+    double const xx = sum(sumXX);
+    double const xy = sum(sumXY);
+    double const yy = sum(sumYY);
     double const scale = (first.doubledArea < 0 ? -1.0 : 1.0) / 12;
     return qc_InertiaData(first.doubledArea * 0.5, center,
                           qcMatrix<2>(xx * scale, xy * scale / 2, xy * scale / 2, yy * scale));

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cntr/internal/box.h"
+#include "cntr/internal/pair.h"
 
 #include <algorithm>
 #include <array>
@@ -10,32 +11,6 @@
 #include <limits>
 
 namespace qnInternal {
-
-/// Two doubles that are computed with together: x and y of a point, or one bound of two boxes.
-using Pair = double __attribute__((vector_size(16)));
-using PairMask = decltype(Pair{} < Pair{});  // all bits of a half, or none
-
-inline Pair both(double value)
-{
-    return Pair{value, value};
-}
-
-inline Pair pairOf(qcVector<2> const& point)
-{
-    return Pair{point.x(), point.y()};
-}
-
-/// The smaller of each two numbers, that of `b` where one is NaN.
-inline Pair smaller(Pair a, Pair b)
-{
-    return a < b ? a : b;
-}
-
-/// The larger of each two numbers, that of `b` where one is NaN.
-inline Pair larger(Pair a, Pair b)
-{
-    return a > b ? a : b;
-}
 
 /// Whether the box of an edge overlaps `box`: as boxOf(), enclose() and overlap() one after the other
 /// have it, for a NaN as well.
