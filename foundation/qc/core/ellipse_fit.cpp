@@ -52,9 +52,10 @@ WhitePoints whitened(qnInternal::NormalisedPoints const& cloud)
 {
     WhitePoints white;
     white.points.reserve(cloud.points.size());
+    double const along = 1.0 / cloud.alongSpread;
+    double const across = 1.0 / cloud.acrossSpread;
     for (auto const& p : cloud.points)
-        white.points.emplace_back((cloud.axis * p) / cloud.alongSpread,
-                                  cloud.axis.cross(p) / cloud.acrossSpread);
+        white.points.emplace_back((cloud.axis * p) * along, cloud.axis.cross(p) * across);
     qcVector<2> const& axis = cloud.axis;
     white.back = qcMatrix<2>(axis.x() * cloud.alongSpread, -axis.y() * cloud.acrossSpread,
                              axis.y() * cloud.alongSpread, axis.x() * cloud.acrossSpread);
@@ -77,25 +78,33 @@ struct Reduced {
 
 Reduced reduced(Points const& points)
 {
-    double const count = static_cast<double>(points.size());
+    double const share = 1.0 / static_cast<double>(points.size());
     Reduced result{};
     for (auto const& p : points) {
         Vector3 const terms = quadratic(p);
         for (std::size_t k = 0; k < 3; ++k) {
-            result.linear[k][0] += terms[k] * p.x() / count;
-            result.linear[k][1] += terms[k] * p.y() / count;
-            result.linear[k][2] += terms[k] / count;
+            result.linear[k][0] += terms[k] * p.x();
+            result.linear[k][1] += terms[k] * p.y();
+            result.linear[k][2] += terms[k];
         }
     }
+    for (auto& function : result.linear)
+        for (double& term : function)
+            term *= share;
     for (auto const& p : points) {
         Vector3 rest = quadratic(p);
         for (std::size_t k = 0; k < 3; ++k)
             rest[k] -=
                 result.linear[k][0] * p.x() + result.linear[k][1] * p.y() + result.linear[k][2];
         for (std::size_t i = 0; i < 3; ++i)
-            for (std::size_t k = 0; k < 3; ++k)
-                result.scatter[i][k] += rest[i] * rest[k] / count;
+            for (std::size_t k = 0; k <= i; ++k)
+                result.scatter[i][k] += rest[i] * rest[k];
     }
+    for (std::size_t i = 0; i < 3; ++i)
+        for (std::size_t k = 0; k <= i; ++k) {
+            result.scatter[i][k] *= share;
+            result.scatter[k][i] = result.scatter[i][k];
+        }
     return result;
 }
 

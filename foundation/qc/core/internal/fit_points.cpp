@@ -90,9 +90,13 @@ qnInternal::NormalisedPoints qnInternal::normalise(Points const& points)
     NormalisedPoints result;
     fitBox(points, result);
     result.points.reserve(points.size());
+    // Powers of two, so that nothing is rounded; the second one alone may be beyond the largest double.
+    double const unit = 0.5 / result.scale;
+    double const units = std::isfinite(unit) ? unit : 0x1p+1000;
+    double const more = std::isfinite(unit) ? 4.0 : (2.0 / 0x1p+1000) / result.scale;
     qcVector<2> mean;
     for (auto const& p : points) {
-        result.points.push_back((p * 0.5 - result.center * 0.5) / result.scale * 2.0);
+        result.points.push_back((p * 0.5 - result.center * 0.5) * units * more);
         mean += result.points.back();
     }
     mean = mean / static_cast<double>(points.size());
