@@ -15,15 +15,35 @@ std::optional<bool> qcContour::certainlyInside(qcVector<2> const& point) const
 {
     if (slabIndex_)
         return slabIndex_->inside(points_, point);
+    auto const reach = parityReach();
+    if (!reach)
+        return std::nullopt;
+    if (++containmentQueries_ <= kQueriesWithoutSlabs)
+        return qnInternal::insideByAllEdges(points_, point, *reach);
+    return slabs(*reach).inside(points_, point);
+}
+
+bool qcContour::surelyWound(qcVector<2> const& point) const
+{
+    if (slabIndex_)
+        return slabIndex_->surelyWound(points_, point);
+    auto const reach = parityReach();
+    return reach && slabs(*reach).surelyWound(points_, point);
+}
+
+std::optional<qnInternal::ParityReach> qcContour::parityReach() const
+{
     if (points_.size() < 3 || !bounds().finite)
         return std::nullopt;
     qnInternal::Box const box{bounds().min, bounds().max};
     double const radius = encloseCircle(qcContourDefs::eFromFirstPoint).radius();
     qnInternal::ParityReach const reach(box, points_.size(), points_.front(), radius);
-    if (!reach.certain())
-        return std::nullopt;
-    if (++containmentQueries_ <= kQueriesWithoutSlabs)
-        return qnInternal::insideByAllEdges(points_, point, reach);
+    return reach.certain() ? std::optional(reach) : std::nullopt;
+}
+
+qnInternal::SlabIndex const& qcContour::slabs(qnInternal::ParityReach const& reach) const
+{
+    qnInternal::Box const box{bounds().min, bounds().max};
     slabIndex_ = std::make_shared<qnInternal::SlabIndex>(points_, box, reach);
-    return slabIndex_->inside(points_, point);
+    return *slabIndex_;
 }

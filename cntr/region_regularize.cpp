@@ -5,6 +5,14 @@
 #include "cntr/internal/region_loops.h"
 #include "cntr/internal/tolerances.h"
 
+namespace {
+
+/// So many edges are tried as they come; then the slabs are worth building that reject most edges
+/// without a ray.
+constexpr long kTriedPlainly = 8;
+
+}  // namespace
+
 void qcRegion::regularize(qcRegion& result) const
 {
     cleaned(regularized_, false, result);
@@ -62,9 +70,11 @@ bool qcRegion::facesOutside(long edge, double probe) const
     qcVector<2> const across = qcVector<2>(-along.y(), along.x()) * probe;
     qcVector<2> const a = middle + across;
     qcVector<2> const b = middle - across;
-    return crossings(qcLineSeg(a, b), true, false).size() == 1 &&
+    bool const aWound = edge >= kTriedPlainly && surelyWound(a);
+    bool const bWound = edge >= kTriedPlainly && surelyWound(b);
+    return !(aWound && bWound) && crossings(qcLineSeg(a, b), true, false).size() == 1 &&
            crossings(qcLineSeg(from, to), true, false).size() == 2 &&
-           (insideCount(a, true) == 0 || insideCount(b, true) == 0);
+           ((!aWound && insideCount(a, true) == 0) || (!bWound && insideCount(b, true) == 0));
 }
 
 std::vector<qcVector<2>> qcRegion::walkBoundary(long start) const

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace qnInternal {
 
@@ -21,10 +22,10 @@ constexpr double kLargestCertain = 1e6;
 /// an edge with the ray by a millionth of kParallelSine.
 constexpr double kRoom = 1.02;
 
-/// Square of a length shortened by how far beyond the outline the ray must end.
-double shortenedSquare(double length)
+/// Square of a length shortened by another.
+double shortenedSquare(double length, double other)
 {
-    double const usable = length - 16 * kOnSegment;
+    double const usable = length - other;
     return usable > 0 ? usable * usable : 0;
 }
 
@@ -35,14 +36,22 @@ constexpr double kSpareEntries = 1.25;
 
 ParityReach::ParityReach(Box const& box, std::size_t vertexCount, qcVector<2> const& firstVertex,
                          double radius)
-    : box_(box), toVertex_(0), toEdge_(4 * kOnSegment), firstVertex_(firstVertex),
-      squaredRadius_(shortenedSquare(radius)), squaredRay_(shortenedSquare(2 * radius))
+    : box_(box), toVertex_(0), toEdge_(4 * kOnSegment), toCrossing_(0), firstVertex_(firstVertex),
+      squaredRadius_(0), squaredRay_(0)
 {
     double const extent = (box.max - box.min).len();
-    double const halfGap = qnAngle::kPi / (2 * static_cast<double>(vertexCount));
+    double const sine = std::sin(qnAngle::kPi / (2 * static_cast<double>(vertexCount)));
+    double const rounding =
+        32 * std::numeric_limits<double>::epsilon() * (largestCoordinate(box) + 2 * radius);
+    // The rounding of the ray's end turns the ray, by no more than half of half a gap.
+    double const turn = rounding / (2 * radius);
+    toCrossing_ = toEdge_ + 2 * rounding / sine;
     double const toRay = std::max(kRoom * kOnSegment, kRoom * kParallelSine * extent / 2);
-    toVertex_ = std::max(toRay / std::sin(halfGap), toEdge_);
-    certain_ = vertexCount >= 3 && largestCoordinate(box) <= kLargestCertain;
+    toVertex_ = std::max(toRay / (sine - turn), toCrossing_);
+    double const beyond = 16 * kOnSegment + toCrossing_;
+    squaredRadius_ = shortenedSquare(radius, beyond);
+    squaredRay_ = shortenedSquare(2 * radius, beyond);
+    certain_ = vertexCount >= 3 && largestCoordinate(box) <= kLargestCertain && turn <= sine / 2;
 }
 
 bool ParityReach::rayLeavesOutline(qcVector<2> const& point) const
@@ -67,7 +76,7 @@ void ParityCount::add(qcVector<2> const& from, qcVector<2> const& to)
         return;
     bool const spans = (a.y() > 0) != (b.y() > 0);
     if (a.x() > reach_ && b.x() > reach_)
-        odd_ ^= spans;
+        turns_ += spans ? (b.y() > 0 ? 1 : -1) : 0;
     else
         addClose(a, b, spans);
 }
@@ -82,7 +91,8 @@ void ParityCount::addClose(qcVector<2> const& a, qcVector<2> const& b, bool span
         (cross * cross <= toEdge_ * toEdge_ * squaredLength && squaredLength > 0))
         near_ = true;
     // Upwards with the point to its left, or downwards with the point to its right.
-    odd_ ^= spans && (cross > 0) == (along.y() > 0);
+    if (spans && (cross > 0) == (along.y() > 0))
+        turns_ += along.y() > 0 ? 1 : -1;
 }
 
 SlabIndex::SlabIndex(std::vector<qcVector<2>> const& outline, Box const& box,
@@ -134,11 +144,26 @@ std::optional<bool> SlabIndex::inside(std::vector<qcVector<2>> const& outline,
 {
     if (!reach_.rayLeavesOutline(point))
         return std::nullopt;
-    ParityCount count(point, reach_);
+    ParityCount count(point, reach_.toVertex(), reach_.toEdge());
+    countSlab(outline, point, count);
+    return count.inside();
+}
+
+bool SlabIndex::surelyWound(std::vector<qcVector<2>> const& outline, qcVector<2> const& point) const
+{
+    if (!reach_.rayLeavesOutline(point))
+        return false;
+    ParityCount count(point, reach_.toCrossing(), reach_.toCrossing());
+    countSlab(outline, point, count);
+    return count.wound();
+}
+
+void SlabIndex::countSlab(std::vector<qcVector<2>> const& outline, qcVector<2> const& point,
+                          ParityCount& count) const
+{
     std::size_t const slab = slabOf(point.y());
     for (std::uint32_t i = begin_[slab]; i < begin_[slab + 1]; ++i)
         count.add(edgeStart(outline, true, edges_[i]), edgeEnd(outline, true, edges_[i]));
-    return count.inside();
 }
 
 std::optional<bool> insideByAllEdges(std::vector<qcVector<2>> const& outline,
@@ -146,7 +171,7 @@ std::optional<bool> insideByAllEdges(std::vector<qcVector<2>> const& outline,
 {
     if (!reach.rayLeavesOutline(point))
         return std::nullopt;
-    ParityCount count(point, reach);
+    ParityCount count(point, reach.toVertex(), reach.toEdge());
     forEachEdge(outline, true, [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {
         count.add(from, to);
     });

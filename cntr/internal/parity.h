@@ -10,6 +10,13 @@
 /// is within kOnSegment of the point, and the ray ends farther than that beyond the bounding box,
 /// no edge is left out for touching its ends. Then the parity of the crossings is that of the closed
 /// outline, and any ray gives it. A point for which one of this is in doubt is asked the ray itself.
+///
+/// Less is needed to be certain that a ray meets something at all. Where the outline winds around the
+/// point, the ray crosses an edge. Its ends are on both sides of the ray, at least (r + s) sin(pi / 2n)
+/// apart across it where they are r and s away from the point; and the edge is no longer than r + s.
+/// So it is never parallel to the ray, and is met up to the rounding of the meeting point: some ulps
+/// across the ray, as many ulps / sin(pi / 2n) along it. An edge nearer to the point than that is
+/// in doubt.
 #pragma once
 
 #include "cntr/internal/box.h"
@@ -45,10 +52,14 @@ public:
     /// No edge may be this near.
     double toEdge() const { return toEdge_; }
 
+    /// No edge may be this near for a ray to be certain to meet what it crosses.
+    double toCrossing() const { return toCrossing_; }
+
 private:
     Box box_;
     double toVertex_;
     double toEdge_;
+    double toCrossing_;
     qcVector<2> firstVertex_;
     double squaredRadius_;  // both shortened by what must lie between outline and end
     double squaredRay_;
@@ -58,15 +69,22 @@ private:
 /// Counts edges to the right of a point, and whether one comes too near.
 class ParityCount {
 public:
-    ParityCount(qcVector<2> const& point, ParityReach const& reach)
-        : point_(point), reach_(reach.toVertex()), toEdge_(reach.toEdge())
+    /// `toVertex` is at least `toEdge`.
+    ParityCount(qcVector<2> const& point, double toVertex, double toEdge)
+        : point_(point), reach_(toVertex), toEdge_(toEdge)
     {
     }
 
     void add(qcVector<2> const& from, qcVector<2> const& to);
 
     /// Whether the point is inside, nothing where an edge or vertex was too near.
-    std::optional<bool> inside() const { return near_ ? std::nullopt : std::optional<bool>(odd_); }
+    std::optional<bool> inside() const
+    {
+        return near_ ? std::nullopt : std::optional<bool>(turns_ % 2 != 0);
+    }
+
+    /// Whether the outline winds around the point; false also where an edge was too near.
+    bool wound() const { return !near_ && turns_ != 0; }
 
 private:
     void addClose(qcVector<2> const& a, qcVector<2> const& b, bool spans);
@@ -74,7 +92,7 @@ private:
     qcVector<2> point_;
     double reach_;
     double toEdge_;
-    bool odd_ = false;
+    long turns_ = 0;
     bool near_ = false;
 };
 
@@ -88,7 +106,12 @@ public:
     std::optional<bool> inside(std::vector<qcVector<2>> const& outline,
                                qcVector<2> const& point) const;
 
+    /// Whether rays from a point in the box are sure to meet the outline, since it winds around it.
+    bool surelyWound(std::vector<qcVector<2>> const& outline, qcVector<2> const& point) const;
+
 private:
+    void countSlab(std::vector<qcVector<2>> const& outline, qcVector<2> const& point,
+                   ParityCount& count) const;
     std::size_t slabOf(double y) const;
 
     ParityReach reach_;

@@ -29,6 +29,7 @@ class qc_VertexIndexCache;
 namespace qnInternal {
 class EdgeIndex;
 class HitQuery;
+class ParityReach;
 class SlabIndex;
 struct EdgeHit;
 }  // namespace qnInternal
@@ -279,6 +280,11 @@ private:
 
     // Whether the outline, taken as closed, contains a point; nothing where only the ray can tell.
     std::optional<bool> certainlyInside(qcVector<2> const& point) const;
+
+    // Whether containment rays from a point are sure to meet the outline, taken as closed.
+    bool surelyWound(qcVector<2> const& point) const;
+    std::optional<qnInternal::ParityReach> parityReach() const;
+    qnInternal::SlabIndex const& slabs(qnInternal::ParityReach const& reach) const;
     qcPolygon toPolygon() const;
 
     unsigned long label_;

@@ -76,7 +76,9 @@ Points places(Points const& points, std::mt19937& random)
         auto const& p = points[random() % points.size()];
         auto const& q = points[random() % points.size()];
         double const t = qnOutlines::uniform(random, -0.3, 1.3);
-        found.insert(found.end(), {p, p + (q - p) * t, qcVector<2>(p.x(), q.y()) * t});
+        double const near = std::pow(10.0, qnOutlines::uniform(random, -7, 0));
+        found.insert(found.end(), {p, p + (q - p) * t, qcVector<2>(p.x(), q.y()) * t,
+                                   p + qcVector<2>(near, qcRadian(6 * t))});
     }
     return found;
 }
@@ -204,7 +206,7 @@ TEST(EdgeIndex, FarthestPairAndSelfCrossingAreThoseOfAllPairs)
 TEST(Parity, WhereItIsCertainTheRayAgrees)
 {
     std::mt19937 random(7);
-    int certain = 0;
+    int certain = 0, wound = 0, doubtful = 0;
     for (auto const& item : indexed(24, 1200)) {
         auto const& outline = item.outline;
         auto const& index = item.index;
@@ -225,6 +227,11 @@ TEST(Parity, WhereItIsCertainTheRayAgrees)
             auto const byEdges = insideByAllEdges(outline.points, place, reach);
             auto const bySlab = slabs.inside(outline.points, place);
             EXPECT_TRUE(!byEdges || bySlab) << "a slab looks at fewer edges, so at fewer doubts";
+            if (slabs.surelyWound(outline.points, place)) {
+                ++wound;
+                doubtful += !bySlab;
+                EXPECT_GT(qnPlain::insideCount(outline.points, place, true), 0);
+            }
             if (!bySlab || !overlap(box, boxOf(place)))
                 continue;
             ++certain;
@@ -233,6 +240,8 @@ TEST(Parity, WhereItIsCertainTheRayAgrees)
         }
     }
     EXPECT_GT(certain, 1000);
+    EXPECT_GT(wound, 100);
+    EXPECT_GT(doubtful, 100) << "less is needed to be sure of a crossing than of their number";
 }
 
 TEST(BoxOfPoints, IsWhatThePointsOneByOneMake)
