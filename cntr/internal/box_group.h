@@ -112,6 +112,9 @@ struct BoxGroup {
                  *std::max_element(maxY.begin(), maxY.end())}};
     }
 
+    /// Makes box i that of all boxes of another group.
+    void enclose(std::size_t i, BoxGroup const& below) { set(i, below.all()); }
+
     /// Which boxes share a point with `other`.
     unsigned overlapping(TwiceBox const& other) const
     {

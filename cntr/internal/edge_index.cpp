@@ -1,6 +1,7 @@
 // Building the hierarchy of edge boxes, and which of its boxes a segment can meet edges in.
 #include "cntr/internal/edge_index.h"
 
+#include "cntr/internal/curve_order.h"
 #include "cntr/internal/tolerances.h"
 
 #include <algorithm>
@@ -56,45 +57,6 @@ bool anyTooSmall(Run const& run, qcVector<2> const* points, std::size_t count)
            });
 }
 
-/// How far along a Hilbert curve through a square of 256 x 256 a place lies: bit by bit from the top, a
-/// quarter of the square says how the curve in it is turned (D. Hilbert, 1891).
-std::uint32_t alongCurve(std::uint32_t x, std::uint32_t y)
-{
-    std::uint32_t along = 0;
-    for (std::uint32_t shift = 8; shift-- > 0;) {
-        std::uint32_t const right = x >> shift & 1;
-        std::uint32_t const top = y >> shift & 1;
-        along = along << 2 | right << 1 | (right ^ top);
-        // In the lower quarters the axes change places, on the right both run backwards as well.
-        std::uint32_t const lower = top - 1;  // all bits or none
-        std::uint32_t const flip = lower & (0 - right);
-        std::uint32_t const exchange = (x ^ y) & lower;
-        x ^= exchange ^ flip;
-        y ^= exchange ^ flip;
-    }
-    return along;
-}
-
-struct Place {
-    std::uint32_t along;
-    std::uint32_t leaf;
-};
-
-/// Sorts by one byte of `along`, keeping the order of equal ones.
-void sortByByte(std::vector<Place>& places, unsigned shift)
-{
-    std::array<std::size_t, 257> begin{};
-    auto const byteOf = [&](Place const& place) { return place.along >> shift & 0xff; };
-    for (auto const& place : places)
-        ++begin[byteOf(place) + 1];
-    for (std::size_t i = 1; i < begin.size(); ++i)
-        begin[i] += begin[i - 1];
-    std::vector<Place> sorted(places.size());
-    for (auto const& place : places)
-        sorted[begin[byteOf(place)]++] = place;
-    places.swap(sorted);
-}
-
 }  // namespace
 
 SegmentReach::SegmentReach(HitQuery const& query, double scale)
@@ -124,26 +86,17 @@ unsigned SegmentReach::boxesOnOneSide(BoxGroup const& boxes) const
 }
 
 EdgeIndex::EdgeIndex(std::vector<qcVector<2>> const& points, bool closed)
-    : edgeCount_(edgeCount(points.size(), closed)), vertexCount_(points.size()), closed_(closed)
+    : edgeCount_(edgeCount(points.size(), closed)), vertexCount_(points.size()), closed_(closed),
+      boxes_((edgeCount_ + kFan - 1) / kFan)
 {
-    boxCount_[0] = (edgeCount_ + kFan - 1) / kFan;
-    std::size_t groups = 0;
-    for (;; ++levelCount_) {
-        groupBegin_[levelCount_ - 1] = groups;
-        boxCount_[levelCount_] = (boxCount_[levelCount_ - 1] + kFan - 1) / kFan;
-        groups += boxCount_[levelCount_];
-        if (boxCount_[levelCount_] <= 1)
-            break;
-    }
-    groups_.resize(groups);
     addLeaves(points);
-    addLevelsAbove();
-    rootBox_ = groups_.back().all();
+    boxes_.addLevelsAbove();
+    rootBox_ = boxes_.rootBox();
     scale_ = largestCoordinate(rootBox_);
     regular_ = regular_ && scale_ <= kLargestRegular;
     if (regular_ && foldsBack()) {
         sortLeavesAlongCurve();
-        addLevelsAbove();
+        boxes_.addLevelsAbove();
     }
 }
 
@@ -159,7 +112,7 @@ void EdgeIndex::addLeaves(std::vector<qcVector<2>> const& points)
         Run const run = runOver(from, to, count);
         sum += run.sum;
         tooSmall = tooSmall || anyTooSmall(run, to, count);
-        Group& group = groups_[leaf / kFan];
+        Group& group = boxes_.lowest(leaf / kFan);
         group.set(leaf % kFan, {{run.low[0], run.low[1]}, {run.high[0], run.high[1]}});
         group.ways[leaf % kFan] = static_cast<unsigned char>(
             (run.lowStep[0] < 0 ? kLeft : 0U) | (run.highStep[0] > 0 ? kRight : 0U) |
@@ -170,20 +123,6 @@ void EdgeIndex::addLeaves(std::vector<qcVector<2>> const& points)
     regular_ = !tooSmall && sum[0] - sum[0] == 0 && sum[1] - sum[1] == 0;
 }
 
-void EdgeIndex::addLevelsAbove()
-{
-    for (std::size_t level = 1; level < levelCount_; ++level)
-        for (std::size_t node = 0; node < boxCount_[level]; ++node) {
-            Group const& below = groups_[groupBegin_[level - 1] + node];
-            Group& group = groups_[groupBegin_[level] + node / kFan];
-            unsigned ways = 0;
-            for (unsigned const way : below.ways)
-                ways |= way;
-            group.set(node % kFan, below.all());
-            group.ways[node % kFan] = static_cast<unsigned char>(ways);
-        }
-}
-
 bool EdgeIndex::foldsBack() const
 {
     // Boxes over equal stretches of a simple outline without long folds cover little of its box.
@@ -191,9 +130,9 @@ bool EdgeIndex::foldsBack() const
     auto const area = [](Box const& box) {
         return (box.max.x() - box.min.x()) * (box.max.y() - box.min.y());
     };
-    for (std::size_t level = 1; level < levelCount_; ++level) {
+    for (std::size_t level = 1; level < levelCount(); ++level) {
         double sum = 0;
-        for (std::size_t node = 0; node < boxCount_[level]; ++node)
+        for (std::size_t node = 0; node < boxes_.boxCount(level); ++node)
             sum += area(box(level, node));
         if (sum > kMostCovered * area(rootBox_))
             return true;
@@ -203,26 +142,17 @@ bool EdgeIndex::foldsBack() const
 
 void EdgeIndex::sortLeavesAlongCurve()
 {
-    qcVector<2> const extent = rootBox_.max - rootBox_.min;
-    double const cells = 255 / std::max(extent.x(), extent.y());
-    std::vector<Place> places(leafCount());
-    for (std::size_t leaf = 0; leaf < places.size(); ++leaf) {
-        Box const leafBox = box(0, leaf);
-        qcVector<2> const place =
-            ((leafBox.min - rootBox_.min) + (leafBox.max - rootBox_.min)) * (0.5 * cells);
-        places[leaf] = {alongCurve(static_cast<std::uint32_t>(place.x()),
-                                   static_cast<std::uint32_t>(place.y())),
-                        static_cast<std::uint32_t>(leaf)};
-    }
-    sortByByte(places, 0);
-    sortByByte(places, 8);
+    CurveOverBox const curve(rootBox_);
+    std::vector<PlaceOnCurve> places(leafCount());
+    for (std::size_t leaf = 0; leaf < places.size(); ++leaf)
+        places[leaf] = {curve.along(box(0, leaf)), static_cast<std::uint32_t>(leaf)};
+    sortAlongCurve(places);
     leafAt_.resize(places.size());
-    std::vector<Group> const former(groups_.begin(),
-                                    groups_.begin() + static_cast<std::ptrdiff_t>(boxCount_[1]));
+    auto const former = boxes_;
     for (std::size_t node = 0; node < places.size(); ++node) {
-        leafAt_[node] = places[node].leaf;
-        Group const& from = former[leafAt_[node] / kFan];
-        Group& group = groups_[node / kFan];
+        leafAt_[node] = places[node].number;
+        Group const& from = former.group(0, leafAt_[node] / kFan);
+        Group& group = boxes_.lowest(node / kFan);
         group.set(node % kFan, from.box(leafAt_[node] % kFan));
         group.ways[node % kFan] = from.ways[leafAt_[node] % kFan];
     }

@@ -5,7 +5,7 @@
 #pragma once
 
 #include "cntr/internal/box.h"
-#include "cntr/internal/box_group.h"
+#include "cntr/internal/box_hierarchy.h"
 #include "cntr/internal/edge_hits.h"
 #include "cntr/internal/edge_walk.h"
 
@@ -84,7 +84,7 @@ public:
     /// Whether leaves come out in ascending order.
     bool inOutlineOrder() const { return leafAt_.empty(); }
 
-    std::size_t leafCount() const { return boxCount_[0]; }
+    std::size_t leafCount() const { return boxes_.boxCount(0); }
 
     /// Edges [begin, end) of a leaf.
     std::size_t leafBegin(std::size_t leaf) const { return leaf * kFan; }
@@ -104,24 +104,21 @@ public:
     template <class Touches, class Visit>
     void forEachLeaf(Touches const& touches, Visit const& visit) const
     {
-        descend(levelCount_ - 1, 0, touches, visit);
+        boxes_.forEachBox(touches,
+                          [&](std::size_t node, Box const& box) { visit(leafAt(node), box); });
     }
 
-    /// Level 0 holds the boxes of the leaves, the last level a single group. Box `node` of a level
-    /// is that of group `node` of the level below.
-    std::size_t levelCount() const { return levelCount_; }
+    /// The hierarchy itself, level 0 of which holds the boxes of the leaves.
+    std::size_t levelCount() const { return boxes_.levelCount(); }
     BoxGroup const& group(std::size_t level, std::size_t number) const
     {
-        return groups_[groupBegin_[level] + number];
+        return boxes_.group(level, number);
     }
     std::size_t boxesIn(std::size_t level, std::size_t group) const
     {
-        return std::min(kFan, boxCount_[level] - group * kFan);
+        return boxes_.boxesIn(level, group);
     }
-    Box box(std::size_t level, std::size_t node) const
-    {
-        return group(level, node / kFan).box(node % kFan);
-    }
+    Box box(std::size_t level, std::size_t node) const { return boxes_.box(level, node); }
 
     /// The leaf whose box is `node` of level 0.
     std::size_t leafAt(std::size_t node) const { return inOutlineOrder() ? node : leafAt_[node]; }
@@ -142,32 +139,25 @@ private:
 
     struct Group : BoxGroup {
         std::array<unsigned char, kFan> ways{};  // of the edges below each box
+
+        void enclose(std::size_t i, Group const& below)
+        {
+            BoxGroup::enclose(i, below);
+            unsigned all = 0;
+            for (unsigned const way : below.ways)
+                all |= way;
+            ways[i] = static_cast<unsigned char>(all);
+        }
     };
 
     unsigned waysOf(std::size_t level, std::size_t node) const
     {
-        return groups_[groupBegin_[level] + node / kFan].ways[node % kFan];
+        return boxes_.group(level, node / kFan).ways[node % kFan];
     }
 
     void addLeaves(std::vector<qcVector<2>> const& points);
-    void addLevelsAbove();
     bool foldsBack() const;
     void sortLeavesAlongCurve();
-
-    template <class Touches, class Visit>
-    void descend(std::size_t level, std::size_t number, Touches const& touches,
-                 Visit const& visit) const
-    {
-        unsigned const all = (1U << boxesIn(level, number)) - 1;
-        BoxGroup const& boxes = group(level, number);
-        forEachBit(touches(boxes) & all, [&](std::size_t i) {
-            std::size_t const node = number * kFan + i;
-            if (level == 0)
-                visit(leafAt(node), boxes.box(i));
-            else
-                descend(level - 1, node, touches, visit);
-        });
-    }
 
     std::size_t edgeCount_;
     std::size_t vertexCount_;
@@ -175,11 +165,8 @@ private:
     bool regular_ = true;
     double scale_ = 0;
     Box rootBox_;
-    std::size_t levelCount_ = 1;
-    std::array<std::size_t, 24> boxCount_{};    // 8^22 edges are more than memory holds
-    std::array<std::size_t, 24> groupBegin_{};  // both by level
-    std::vector<Group> groups_;                 // level by level
-    std::vector<std::uint32_t> leafAt_;         // empty in outline order
+    BoxHierarchy<Group> boxes_;
+    std::vector<std::uint32_t> leafAt_;  // empty in outline order
 };
 
 }  // namespace qnInternal

@@ -1,0 +1,94 @@
+/// Boxes in groups of eight, a box around each group, and so on up to a single group.
+#pragma once
+
+#include "cntr/internal/box_group.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <vector>
+
+namespace qnInternal {
+
+/// Level 0 holds the boxes themselves, the last level a single group. Box `node` of a level is that
+/// around group `node` of the level below. `Group` is a BoxGroup; its enclose(i, below) makes box i
+/// that around another group.
+template <class Group>
+class BoxHierarchy {
+public:
+    static constexpr std::size_t kFan = BoxGroup::kSize;
+
+    /// With room for `count` boxes, one at least.
+    explicit BoxHierarchy(std::size_t count)
+    {
+        boxCount_[0] = count;
+        std::size_t groups = 0;
+        for (;; ++levelCount_) {
+            groupBegin_[levelCount_ - 1] = groups;
+            boxCount_[levelCount_] = (boxCount_[levelCount_ - 1] + kFan - 1) / kFan;
+            groups += boxCount_[levelCount_];
+            if (boxCount_[levelCount_] <= 1)
+                break;
+        }
+        groups_.resize(groups);
+    }
+
+    std::size_t levelCount() const { return levelCount_; }
+    std::size_t boxCount(std::size_t level) const { return boxCount_[level]; }
+    std::size_t boxesIn(std::size_t level, std::size_t group) const
+    {
+        return std::min(kFan, boxCount_[level] - group * kFan);
+    }
+    Group const& group(std::size_t level, std::size_t number) const
+    {
+        return groups_[groupBegin_[level] + number];
+    }
+    Box box(std::size_t level, std::size_t node) const
+    {
+        return group(level, node / kFan).box(node % kFan);
+    }
+    Box rootBox() const { return groups_.back().all(); }
+
+    /// A group of level 0, to be filled.
+    Group& lowest(std::size_t number) { return groups_[number]; }
+
+    /// Makes all boxes above level 0.
+    void addLevelsAbove()
+    {
+        for (std::size_t level = 1; level < levelCount_; ++level)
+            for (std::size_t node = 0; node < boxCount_[level]; ++node)
+                groups_[groupBegin_[level] + node / kFan].enclose(node % kFan,
+                                                                  group(level - 1, node));
+    }
+
+    /// Calls visit(node, box) for the boxes of level 0 that `touches` accepts, as it does those above
+    /// them: touches(group) has a bit for every box to go on with.
+    template <class Touches, class Visit>
+    void forEachBox(Touches const& touches, Visit const& visit) const
+    {
+        descend(levelCount_ - 1, 0, touches, visit);
+    }
+
+private:
+    template <class Touches, class Visit>
+    void descend(std::size_t level, std::size_t number, Touches const& touches,
+                 Visit const& visit) const
+    {
+        unsigned const all = (1U << boxesIn(level, number)) - 1;
+        Group const& boxes = group(level, number);
+        forEachBit(touches(boxes) & all, [&](std::size_t i) {
+            std::size_t const node = number * kFan + i;
+            if (level == 0)
+                visit(node, boxes.box(i));
+            else
+                descend(level - 1, node, touches, visit);
+        });
+    }
+
+    std::size_t levelCount_ = 1;
+    std::array<std::size_t, 24> boxCount_{};    // 8^22 boxes are more than memory holds
+    std::array<std::size_t, 24> groupBegin_{};  // both by level
+    std::vector<Group> groups_;                 // level by level
+};
+
+}  // namespace qnInternal
