@@ -49,11 +49,16 @@ std::vector<qcVector<2>> qcRegion::crossings(qcContour const& other, bool consid
 
 bool qcRegion::outlineMeets(qcRegion const& other) const
 {
-    // Boxes that are apart, where every coordinate can be compared, leave nothing to ask.
-    if (points().size() >= 2 && !other.points().empty() && bounds().finite &&
-        other.bounds().finite &&
-        !qnInternal::overlap({bounds().min, bounds().max},
-                             {other.bounds().min, other.bounds().max}))
+    auto const box = outlineBox();
+    auto const otherBox = other.outlineBox();
+    if (box && otherBox && !qnInternal::overlap(*box, *otherBox))
         return false;
     return !crossings(other, false).empty();
+}
+
+std::optional<qnInternal::Box> qcRegion::outlineBox() const
+{
+    if (points().size() < 2 || !bounds().finite)
+        return std::nullopt;
+    return qnInternal::Box{bounds().min, bounds().max};
 }

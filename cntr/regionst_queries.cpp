@@ -2,9 +2,11 @@
 #include <cntr/moments.h>
 #include <cntr/regionst.h>
 
+#include "cntr/internal/box_tree.h"
 #include "cntr/internal/contour_caches.h"
 #include "cntr/internal/tolerances.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -91,13 +93,37 @@ bool qcRegionSet::isSelfIntersecting() const
     for (auto const& region : regions_)
         if (region->isSelfIntersecting())
             selfIntersecting_ = true;
-    for (std::size_t i = 0; i < regions_.size(); ++i)
-        for (std::size_t j = i + 1; j < regions_.size(); ++j)
-            if (regions_[i]->outlineMeets(*regions_[j])) {
-                selfIntersecting_ = true;
-                return true;
-            }
+    if (anyTwoOutlinesMeet())
+        selfIntersecting_ = true;
     return *selfIntersecting_;
+}
+
+bool qcRegionSet::anyTwoOutlinesMeet() const
+{
+    qnInternal::BoxTree const tree(outlineBoxes());
+    std::vector<std::size_t> near;
+    for (std::size_t i = 0; i < regions_.size(); ++i) {
+        qcRegion const& region = *regions_[i];
+        tree.collect(region.outlineBox(), i + 1, near);
+        if (std::any_of(near.begin(), near.end(),
+                        [&](std::size_t j) { return region.outlineMeets(*regions_[j]); }))
+            return true;
+    }
+    return false;
+}
+
+std::optional<qnInternal::Box> qcRegionSet::outlineBox(qcPtrHandle_const<qcRegion> const& region)
+{
+    return region.isNull() ? std::nullopt : region->outlineBox();
+}
+
+std::vector<std::optional<qnInternal::Box>> qcRegionSet::outlineBoxes() const
+{
+    std::vector<std::optional<qnInternal::Box>> boxes;
+    boxes.reserve(regions_.size());
+    for (auto const& region : regions_)
+        boxes.push_back(outlineBox(region));
+    return boxes;
 }
 
 qcRect qcRegionSet::encloseRect(qcXform<2> const& xform) const

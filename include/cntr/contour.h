@@ -31,6 +31,7 @@ class EdgeIndex;
 class HitQuery;
 class ParityReach;
 class SlabIndex;
+struct Box;
 struct EdgeHit;
 }  // namespace qnInternal
 

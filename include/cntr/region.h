@@ -183,6 +183,9 @@ private:
 
     bool outlineMeets(qcRegion const& other) const;
 
+    // The box that holds the outline, or nothing where it has too few points or not all are finite.
+    std::optional<qnInternal::Box> outlineBox() const;
+
     void cleaned(Result& cache, bool outerHullStage, qcRegion& result) const;
     void outerHullRegularize(qcRegion& result, bool outerHullStage) const;
     long startEdge() const;

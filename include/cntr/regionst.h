@@ -145,6 +145,12 @@ private:
 
     void dropCaches() noexcept;
     void applyMode(qcContourDefs::IntersectionMode mode);
+    bool anyTwoOutlinesMeet() const;
+
+    // The box of an outline, nothing for a null handle.
+    static std::optional<qnInternal::Box> outlineBox(qcPtrHandle_const<qcRegion> const& region);
+    std::vector<std::optional<qnInternal::Box>> outlineBoxes() const;
+
     void cleaned(Result& cache, bool useOuterHull, qcRegionSet& result) const;
     void outerHullRegularize(qcRegionSet& result, bool useOuterHull) const;
 

@@ -206,15 +206,17 @@ TEST(RegionSet, MergesInOnePassWithTheLastRegionMoved)
 }
 
 /// Figures here and there, overlapping or not, some with a hole in the middle, some crossing
-/// themselves, clockwise or not.
+/// themselves, clockwise or not; few of them, or enough for a tree of their boxes.
 qnPlain::Set randomFigures(std::mt19937& random)
 {
     auto const between = [&](double low, double high) {
         return low + (high - low) * (static_cast<double>(random()) / 4294967296.0);
     };
-    qnPlain::Set set(1 + random() % 5);
+    bool const many = random() % 60 == 0;
+    double const reach = many ? 30 : 8;
+    qnPlain::Set set(many ? 33 + random() % 30 : 1 + random() % 5);
     for (auto& figure : set) {
-        qcVector<2> const center(between(-8, 8), between(-8, 8));
+        qcVector<2> const center(between(-reach, reach), between(-reach, reach));
         std::size_t const count = 3 + random() % 9;
         double const turn = (random() % 2 ? 1 : -1) * (random() % 6 == 0 ? 2.0 : 1.0);
         for (std::size_t k = 0; k < count; ++k) {
