@@ -9,7 +9,7 @@ namespace {
 
 /// So many edges are tried as they come; then the slabs are worth building that reject most edges
 /// without a ray.
-constexpr long kTriedPlainly = 8;
+constexpr long kTriedPlainly = 1;
 
 }  // namespace
 
