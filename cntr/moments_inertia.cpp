@@ -2,9 +2,9 @@
 #include <cntr/moments.h>
 
 #include "cntr/internal/edge_walk.h"
-#include "cntr/internal/pair.h"
 #include "cntr/internal/tolerances.h"
 
+#include <qc/core/internal/pair.h>
 #include <qc/core/internal/plane.h>
 
 #include <cmath>

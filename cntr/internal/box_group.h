@@ -2,7 +2,8 @@
 #pragma once
 
 #include "cntr/internal/box.h"
-#include "cntr/internal/pair.h"
+
+#include <qc/core/internal/pair.h>
 
 #include <algorithm>
 #include <array>

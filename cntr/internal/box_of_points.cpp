@@ -1,7 +1,7 @@
 // The extremes of many points, several at a time.
 #include "cntr/internal/box_of_points.h"
 
-#include "cntr/internal/pair.h"
+#include <qc/core/internal/pair.h>
 
 #include <algorithm>
 

@@ -1,122 +1,130 @@
 // Convex hull: lower and upper chain over the sorted points, each turn decided exactly.
 #include <qc/core/convex_hull.h>
+#include <qc/core/internal/hull_filter.h>
 #include <qc/core/internal/orientation.h>
+#include <qc/core/internal/sort_points.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstddef>
 #include <iterator>
 
 namespace {
 
+using namespace qnInternal;
 using Points = std::vector<qcVector<2>>;
-
-bool isFinite(qcVector<2> const& p)
-{
-    return std::isfinite(p.x()) && std::isfinite(p.y());
-}
-
-bool before(qcVector<2> const& a, qcVector<2> const& b)
-{
-    return a.x() < b.x() || (a.x() == b.x() && a.y() < b.y());
-}
 
 /// Up to so many points sorting them all is as fast as looking for those that need not be sorted.
 constexpr std::size_t kMaxPlainPoints = 32;
 
-/// The outermost points in eight directions, counter-clockwise from the lowest x.
-Points outermost(Points const& points)
+/// The points whose coordinates are finite.
+Points finitePoints(Points const& points)
 {
-    std::array<qcVector<2>, 8> const directions{
-        qcVector<2>{-1, 0}, {-1, -1}, {0, -1}, {1, -1}, {1, 0}, {1, 1}, {0, 1}, {-1, 1}};
-    std::array<double, 8> reach{};
-    std::array<qcVector<2>, 8> found{};
-    found.fill(points.front());
-    for (std::size_t i = 0; i < directions.size(); ++i)
-        reach[i] = directions[i] * points.front();
-    for (auto const& p : points)
-        for (std::size_t i = 0; i < directions.size(); ++i) {
-            double const along = directions[i] * p;
-            found[i] = along > reach[i] ? p : found[i];
-            reach[i] = along > reach[i] ? along : reach[i];
-        }
-    Points corners(found.begin(), found.end());
-    corners.erase(std::unique(corners.begin(), corners.end()), corners.end());
-    if (corners.size() > 1 && corners.back() == corners.front())
-        corners.pop_back();
-    return corners;
+    Points finite;
+    finite.reserve(points.size());
+    std::copy_if(points.begin(), points.end(), std::back_inserter(finite),
+                 [](qcVector<2> const& p) { return std::isfinite(p.x()) && std::isfinite(p.y()); });
+    return finite;
 }
 
-/// Drops points that lie strictly inside the polygon of the outermost ones: none of them is a vertex
-/// of the hull. Points within rounding of its border stay.
-void dropInner(Points& points)
+template <class Places>
+double largestCoordinate(Places const& places)
 {
-    Points const corners = outermost(points);
-    double extent = 0;
-    for (auto const& corner : corners)
-        extent = std::max(extent, std::max(std::fabs(corner.x() - corners.front().x()),
-                                           std::fabs(corner.y() - corners.front().y())));
-    double const rounding = 1e-14 * extent * extent;
-    auto const inner = [&](qcVector<2> const& p) {
-        for (std::size_t i = 0; i < corners.size(); ++i) {
-            qcVector<2> const& next = corners[i + 1 < corners.size() ? i + 1 : 0];
-            if (!((next - corners[i]).cross(p - corners[i]) > rounding))
-                return false;
-        }
-        return true;
-    };
-    points.erase(std::remove_if(points.begin(), points.end(), inner), points.end());
+    double largest = 0.0;
+    for (auto const& p : places)
+        largest = std::max(largest, std::max(std::fabs(p.x()), std::fabs(p.y())));
+    return largest;
 }
 
-/// The finite points, each once, from left to right; without some that are not on the hull.
-Points sortedPoints(Points const& points)
+/// Points among which are all vertices of the hull's lower, and of its upper chain, from left to
+/// right, and the largest size of a coordinate.
+struct Candidates {
+    Points below;
+    Points above;
+    double largest = 0;
+};
+
+Candidates candidates(Points const& points)
 {
-    Points sorted;
-    sorted.reserve(points.size());
-    std::copy_if(points.begin(), points.end(), std::back_inserter(sorted), isFinite);
-    if (sorted.size() > kMaxPlainPoints)
-        dropInner(sorted);
-    std::sort(sorted.begin(), sorted.end(), before);
-    sorted.erase(std::unique(sorted.begin(), sorted.end()), sorted.end());
-    return sorted;
+    Candidates found;
+    Outermost outermost;
+    if (points.size() > kMaxPlainPoints && findOutermost(points, outermost)) {
+        chainCandidates(points, outermost, found.below, found.above);
+        sortFromLeft(found.below);
+        sortFromLeft(found.above);
+        found.largest = largestCoordinate(outermost.corners);
+        return found;
+    }
+    found.below = finitePoints(points);
+    if (found.below.size() > kMaxPlainPoints && found.below.size() < points.size())
+        return candidates(found.below);
+    sortFromLeft(found.below);
+    found.above = found.below;
+    found.largest = largestCoordinate(found.below);
+    return found;
 }
 
 /// The power of two that keeps products of coordinates, and their rounding errors, in range.
-double safeScale(Points const& points)
+double safeScale(double largest)
 {
-    double largest = 0.0;
-    for (auto const& p : points)
-        largest = std::max(largest, std::max(std::fabs(p.x()), std::fabs(p.y())));
     if (largest == 0.0 || (largest > 0x1p-300 && largest < 0x1p+500))
         return 1.0;
     return std::ldexp(1.0, std::clamp(-std::ilogb(largest), -1022, 1022));
 }
 
-/// Appends `point` to the chain that begins at `start`, dropping what does not turn left to it.
-void extend(Points& chain, std::size_t start, qcVector<2> const& point, double scale)
+/// Moves the vertices of the chain over [first, last) to its front, and gives their end: what turns
+/// left on the way to `end`, which is not among them.
+template <class Iterator, class Side>
+Iterator keepLeftTurns(Iterator first, Iterator last, qcVector<2> const& end, Side const& side)
 {
-    while (chain.size() >= start + 2 &&
-           qnInternal::orientation(chain[chain.size() - 2] * scale, chain.back() * scale,
-                                   point * scale) <= 0)
-        chain.pop_back();
-    chain.push_back(point);
+    Iterator top = first;
+    auto const drop = [&](qcVector<2> const& next) {
+        while (top - first >= 2 && side(*(top - 2), *(top - 1), next) <= 0)
+            --top;
+    };
+    for (Iterator p = first; p != last && *p != end; ++p) {
+        if (top != first && *p == *(top - 1))
+            continue;
+        drop(*p);
+        *top++ = *p;
+    }
+    drop(end);
+    return top;
+}
+
+/// The vertices in order; `side` says on which side of the way from a to b a point lies.
+template <class Side>
+Points hullOf(Candidates& found, Side const& side)
+{
+    if (found.below.empty())
+        return {};
+    qcVector<2> const leftmost = found.below.front();
+    qcVector<2> const rightmost = found.above.back();
+    if (leftmost == rightmost)
+        return {leftmost};
+    auto const lower = found.below.begin();
+    auto const upper = found.above.rbegin();
+    auto const lowerEnd = keepLeftTurns(lower, found.below.end(), rightmost, side);
+    auto const upperEnd = keepLeftTurns(upper, found.above.rend(), leftmost, side);
+    Points hull;
+    hull.reserve(static_cast<std::size_t>((lowerEnd - lower) + (upperEnd - upper)));
+    hull.insert(hull.end(), lower, lowerEnd);
+    hull.insert(hull.end(), upper, upperEnd);
+    return hull;
 }
 
 }  // namespace
 
 void qfConvexHull(Points const& points, Points& hull)
 {
-    Points const sorted = sortedPoints(points);
-    double const scale = safeScale(sorted);
-    Points chain;
-    for (auto const& p : sorted)
-        extend(chain, 0, p, scale);
-    if (sorted.size() > 1) {
-        std::size_t const rightmost = chain.size() - 1;
-        for (auto p = sorted.rbegin() + 1; p != sorted.rend(); ++p)
-            extend(chain, rightmost, *p, scale);
-        chain.pop_back();  // the first point again
-    }
-    hull.swap(chain);
+    Candidates found = candidates(points);
+    double const scale = safeScale(found.largest);
+    auto const side = [](auto const& a, auto const& b, auto const& c) {
+        return orientation(a, b, c);
+    };
+    auto const scaledSide = [scale](auto const& a, auto const& b, auto const& c) {
+        return orientation(a * scale, b * scale, c * scale);
+    };
+    Points made = scale == 1.0 ? hullOf(found, side) : hullOf(found, scaledSide);
+    hull.swap(made);
 }

@@ -1,15 +1,9 @@
-// The side of a line: a quick answer where rounding cannot matter, else exact sums.
+// The side of a line by exact sums.
 #include <qc/core/internal/orientation.h>
 
-#include <cmath>
 #include <initializer_list>
 
 namespace {
-
-constexpr double kHalfUlp = 0x1p-53;
-// Three roundings (a difference, a product, the last difference) bound the error of the quick
-// determinant by this share of the sum of its two products; the second term covers their squares.
-constexpr double kFilter = (3.0 + 16.0 * kHalfUlp) * kHalfUlp;
 
 int signOf(double value)
 {
@@ -75,14 +69,9 @@ void addProduct(ExactSum& total, Exact const& a, Exact const& b, double factor)
 
 }  // namespace
 
-int qnInternal::orientation(qcVector<2> const& a, qcVector<2> const& b,
-                            qcVector<2> const& c) noexcept
+int qnInternal::exactOrientation(qcVector<2> const& a, qcVector<2> const& b,
+                                 qcVector<2> const& c) noexcept
 {
-    double const left = (b.x() - a.x()) * (c.y() - a.y());
-    double const right = (b.y() - a.y()) * (c.x() - a.x());
-    double const determinant = left - right;
-    if (std::fabs(determinant) > kFilter * (std::fabs(left) + std::fabs(right)))
-        return signOf(determinant);
     ExactSum exact;
     addProduct(exact, sum(b.x(), -a.x()), sum(c.y(), -a.y()), 1.0);
     addProduct(exact, sum(b.y(), -a.y()), sum(c.x(), -a.x()), -1.0);
