@@ -1,12 +1,15 @@
-// Convex hull against a hull found point by point in exact arithmetic.
+// Convex hull against a hull found point by point in exact arithmetic, on points in any order.
 #include <qc/core/convex_hull.h>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
+#include <iterator>
 #include <limits>
 #include <random>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -76,8 +79,21 @@ TEST(ConvexHull, GivesTheNamedHulls)
     for (auto const& c : cases) {
         Points same = c.first;
         EXPECT_EQ(hullOf(c.first), c.second);
+        for (int i = 0; i < 20; ++i)  // so many points go another way
+            same.insert(same.end(), c.first.begin(), c.first.end());
         qfConvexHull(same, same);
         EXPECT_EQ(same, c.second);
+    }
+}
+
+TEST(ConvexHull, TakesTheFirstOfEqualPoints)
+{
+    Points points{{-1, -0.0}, {-0.0, -1}, {1, -0.0}, {-0.0, 1}};
+    Points const later{{-1, 0}, {0, -1}, {1, 0}, {0, 1}};
+    for (int i = 0; i < 20; ++i) {
+        points.insert(points.end(), later.begin(), later.end());
+        for (auto const& vertex : hullOf(points))
+            EXPECT_TRUE(std::signbit(vertex.x() == 0 ? vertex.x() : vertex.y())) << i;
     }
 }
 
@@ -110,5 +126,47 @@ TEST(ConvexHull, IsExactOnAlmostCollinearPoints)
             }
             ASSERT_EQ(hullOf(points), hullByWalking(points, c.unit)) << "round " << round;
         }
+    }
+}
+
+TEST(ConvexHull, LeavesOutAndSortsNoVertexAway)
+{
+    std::mt19937_64 random(12);
+    using Vector = qcVector<2>;
+    std::pair<char const*, std::function<Vector(double)>> const shapes[] = {
+        {"circle", [](double t) { return Vector(1e6, qcRadian(6.283 * t)); }},
+        {"star",
+         [](double t) { return Vector(1e6 + 2e5 * std::cos(50 * t), qcRadian(6.283 * t)); }},
+        {"spiral", [](double t) { return Vector(1e6 * t, qcRadian(60 * t)); }},
+        {"comb", [](double t) { return Vector(1e5 * t, 1e5 * std::fabs(std::sin(80 * t))); }},
+        {"organ pipes", [](double t) { return Vector(std::fabs(t - 0.4), t * t) * 1e6; }},
+        {"grid", [](double t) { return Vector(std::fmod(300 * t, 15), 20 * t); }},
+        {"far from many", [](double t) { return Vector(t < 0.01 ? 1e9 : 1e3, qcRadian(4e4 * t)); }},
+        {"cloud",
+         [](double t) { return Vector(std::fmod(2e6 * t, 4e3), std::fmod(3e6 * t, 4e3)); }},
+        {"slanted line", [](double t) { return Vector(3e5, -1e5) * std::floor(60 * t); }},
+    };
+    for (int round = 0; round < 400; ++round) {
+        auto const& shape = shapes[static_cast<std::size_t>(round) % std::size(shapes)];
+        double const unit = std::ldexp(1.0, round % 3 == 0 ? round * 4 - 800 : 0);
+        SCOPED_TRACE(testing::Message() << shape.first << ", round " << round);
+        Points points;
+        auto const count = static_cast<int>(random() % (round < 200 ? 64 : 400));
+        for (int i = 0; i < count; ++i) {
+            Vector const p = shape.second(i / static_cast<double>(count));
+            points.emplace_back(std::round(p.x()) * unit, std::round(p.y()) * unit);
+            if (random() % 16 == 0)
+                points.push_back(points[random() % points.size()]);
+        }
+        auto const start = static_cast<std::ptrdiff_t>(random() % (points.size() + 1));
+        std::rotate(points.begin(), points.begin() + start, points.end());
+        if (round % 4 == 1)
+            std::reverse(points.begin(), points.end());
+        if (round % 4 == 2)
+            std::shuffle(points.begin(), points.end(), random);
+        Points const expected = hullByWalking(points, unit);
+        EXPECT_EQ(hullOf(points), expected);
+        points.emplace(points.begin() + start, -kInf, round % 2 == 0 ? kInf : std::nan(""));
+        EXPECT_EQ(hullOf(points), expected);
     }
 }

@@ -15,7 +15,7 @@ using namespace qnInternal;
 using Points = std::vector<qcVector<2>>;
 
 /// Up to so many points sorting them all is as fast as looking for those that need not be sorted.
-constexpr std::size_t kMaxPlainPoints = 32;
+constexpr std::size_t kMaxPlainPoints = 20;
 
 /// The points whose coordinates are finite.
 Points finitePoints(Points const& points)
@@ -73,9 +73,11 @@ double safeScale(double largest)
 }
 
 /// Moves the vertices of the chain over [first, last) to its front, and gives their end: what turns
-/// left on the way to `end`, which is not among them.
+/// left on the way to `end`, which is not among them. Of equal points, which may have zeros of either
+/// sign, the last one stays if `lastOfEqual`, else the first one.
 template <class Iterator, class Side>
-Iterator keepLeftTurns(Iterator first, Iterator last, qcVector<2> const& end, Side const& side)
+Iterator keepLeftTurns(Iterator first, Iterator last, qcVector<2> const& end, bool lastOfEqual,
+                       Side const& side)
 {
     Iterator top = first;
     auto const drop = [&](qcVector<2> const& next) {
@@ -83,8 +85,11 @@ Iterator keepLeftTurns(Iterator first, Iterator last, qcVector<2> const& end, Si
             --top;
     };
     for (Iterator p = first; p != last && *p != end; ++p) {
-        if (top != first && *p == *(top - 1))
+        if (top != first && *p == *(top - 1)) {
+            if (lastOfEqual)
+                *(top - 1) = *p;
             continue;
+        }
         drop(*p);
         *top++ = *p;
     }
@@ -104,8 +109,8 @@ Points hullOf(Candidates& found, Side const& side)
         return {leftmost};
     auto const lower = found.below.begin();
     auto const upper = found.above.rbegin();
-    auto const lowerEnd = keepLeftTurns(lower, found.below.end(), rightmost, side);
-    auto const upperEnd = keepLeftTurns(upper, found.above.rend(), leftmost, side);
+    auto const lowerEnd = keepLeftTurns(lower, found.below.end(), rightmost, false, side);
+    auto const upperEnd = keepLeftTurns(upper, found.above.rend(), leftmost, true, side);
     Points hull;
     hull.reserve(static_cast<std::size_t>((lowerEnd - lower) + (upperEnd - upper)));
     hull.insert(hull.end(), lower, lowerEnd);
