@@ -97,12 +97,14 @@ bool forEachAntipodal(Points const& hull, Visit const& visit)
     std::size_t const count = hull.size();
     std::vector<double> around(3 * count);  // of the edge that leaves a vertex, three times round
     double turns = 0;
-    for (std::size_t i = 0; i < around.size(); ++i) {
-        double const place = aroundSquare(hull[(i + 1) % count] - hull[i % count]);
+    for (std::size_t i = 0; i < count; ++i) {
+        double const place = aroundSquare(hull[i + 1 == count ? 0 : i + 1] - hull[i]);
         if (i > 0 && turns + place < around[i - 1] - 2)
             turns += 4;
         around[i] = turns + place;
     }
+    for (std::size_t i = count; i < around.size(); ++i)
+        around[i] = around[i - count] + 4;
     std::size_t left = kMostPairs * count;
     std::size_t begin = 0;
     for (std::size_t i = count; i < 2 * count; ++i) {
