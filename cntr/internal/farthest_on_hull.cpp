@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <functional>
 #include <limits>
 
 namespace qnInternal {
@@ -89,22 +91,32 @@ private:
     std::vector<std::size_t> first_;
 };
 
+/// The directions of the edges that leave the vertices, three times round, ever growing.
+std::vector<double> directionsThrice(Points const& hull)
+{
+    std::size_t const count = hull.size();
+    std::vector<double> around(3 * count);
+    for (std::size_t i = 0; i + 1 < count; ++i)
+        around[i] = aroundSquare(hull[i + 1] - hull[i]);
+    around[count - 1] = aroundSquare(hull.front() - hull.back());
+    std::copy_n(around.begin(), count, around.begin() + static_cast<std::ptrdiff_t>(count));
+    std::copy_n(around.begin(), count, around.begin() + static_cast<std::ptrdiff_t>(2 * count));
+    double turns = 0;
+    for (std::size_t i = 1; i < around.size(); ++i) {
+        if (turns + around[i] < around[i - 1] - 2)
+            turns += 4;
+        around[i] += turns;
+    }
+    return around;
+}
+
 /// Calls visit(i, j) for the pairs of vertices whose normals are opposite, or nearly so, each pair at
 /// least once; false where they are too many.
 template <class Visit>
 bool forEachAntipodal(Points const& hull, Visit const& visit)
 {
     std::size_t const count = hull.size();
-    std::vector<double> around(3 * count);  // of the edge that leaves a vertex, three times round
-    double turns = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        double const place = aroundSquare(hull[i + 1 == count ? 0 : i + 1] - hull[i]);
-        if (i > 0 && turns + place < around[i - 1] - 2)
-            turns += 4;
-        around[i] = turns + place;
-    }
-    for (std::size_t i = count; i < around.size(); ++i)
-        around[i] = around[i - count] + 4;
+    std::vector<double> const around = directionsThrice(hull);
     std::size_t left = kMostPairs * count;
     std::size_t begin = 0;
     for (std::size_t i = count; i < 2 * count; ++i) {
@@ -113,10 +125,20 @@ bool forEachAntipodal(Points const& hull, Visit const& visit)
         for (std::size_t j = begin; around[j == 0 ? 0 : j - 1] <= around[i] - 2 + kOffNormal; ++j) {
             if (left-- == 0)
                 return false;
-            visit(i % count, j % count);
+            visit(i - count, j < count ? j : j - count);
         }
     }
     return true;
+}
+
+/// Whether every edge of the hull is at least so long.
+bool hasEdgesOf(Points const& hull, double length)
+{
+    auto const isLong = [&](qcVector<2> const& a, qcVector<2> const& b) {
+        return a.distance(b) >= length;
+    };
+    return isLong(hull.back(), hull.front()) &&
+           std::adjacent_find(hull.begin(), hull.end(), std::not_fn(isLong)) == hull.end();
 }
 
 }  // namespace
@@ -131,9 +153,8 @@ std::optional<FarthestPair> farthestPairOnHull(Points const& points)
     for (auto const& vertex : hull)
         enclose(box, vertex);
     double const extent = (box.max - box.min).len();
-    for (std::size_t i = 0; i < hull.size(); ++i)
-        if (!(hull[i].distance(hull[(i + 1) % hull.size()]) >= kShortestEdge * extent))
-            return std::nullopt;
+    if (!hasEdgesOf(hull, kShortestEdge * extent))
+        return std::nullopt;
     FirstOfVertex first(hull, box, kNearVertex * extent);
     for (std::size_t i = 0; i < points.size(); ++i)
         if (!first.add(points[i], i))

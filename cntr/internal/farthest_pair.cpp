@@ -161,8 +161,8 @@ FarthestPair farthestPair(std::vector<qcVector<2>> const& points)
 FarthestPair farthestPair(std::vector<qcVector<2>> const& points, EdgeIndex const& index)
 {
     // On most outlines a leaf has less than one other that is far enough from it on average. The hull
-    // takes as long as about four pairs a leaf (bench/extremes_bench.cpp, the circle).
-    if (auto const found = Search(points, index).run(64 + 2 * index.leafCount()))
+    // takes as long as a few pairs a leaf (bench/extremes_bench.cpp, the circle).
+    if (auto const found = Search(points, index).run(64 + index.leafCount()))
         return *found;
     if (auto const found = farthestPairOnHull(points))
         return *found;

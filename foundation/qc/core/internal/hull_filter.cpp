@@ -54,7 +54,8 @@ private:
     Pair alongY_;
 };
 
-/// The lower or upper half of the octagon: `left` of the outermost point at `x`, `right` of it.
+/// The lower or upper half of the octagon: `left` of the outermost point at `x`, `right` of it. What is
+/// left of both edges of the quarter at its own x lies on the inner side of a line between two points.
 struct Half {
     Quarter left;
     Quarter right;
@@ -91,8 +92,8 @@ void chainCandidates(Points const& points, Outermost const& outermost, Points& b
     };
     below.clear();
     above.clear();
-    below.reserve(points.size() / 2);
-    above.reserve(points.size() / 2);
+    below.reserve(points.size());
+    above.reserve(points.size());
     for (std::size_t block = 0; block < outermost.boxes.size(); ++block) {
         BlockBox const& box = outermost.boxes[block];
         if (!lower.hides(box, box.min.y()))
