@@ -147,15 +147,11 @@ private:
 
 FarthestPair farthestPair(std::vector<qcVector<2>> const& points)
 {
-    // Distances are symmetric, so the first of all ordered pairs to reach the maximum has i < j.
-    FarthestPair best;
+    FarthestSoFar farthest(points);
     for (std::size_t i = 0; i < points.size(); ++i)
-        for (std::size_t j = i + 1; j < points.size(); ++j) {
-            double const d = points[i].distance(points[j]);
-            if (d > best.distance)
-                best = {d, i, j};
-        }
-    return best;
+        for (std::size_t j = i + 1; j < points.size(); ++j)
+            farthest.consider(i, j);
+    return farthest.pair();
 }
 
 FarthestPair farthestPair(std::vector<qcVector<2>> const& points, EdgeIndex const& index)
@@ -175,7 +171,7 @@ void FarthestSoFar::keep(std::size_t first, std::size_t second)
     bool const earlier = first < best_.first || (first == best_.first && second < best_.second);
     if (d > best_.distance || (d == best_.distance && d > 0 && earlier)) {
         best_ = {d, first, second};
-        lowest_ = d * d * (1 - 2e-14);
+        lowest_ = std::min(d * d, std::numeric_limits<double>::max()) * (1 - 2e-14);
     }
 }
 
