@@ -5,6 +5,7 @@
 // terms follow from the quadratic ones at once, and a 3x3 problem is left.
 #include <qc/core/ellipse_fit.h>
 #include <qc/core/internal/fit_points.h>
+#include <qc/core/internal/point_sums.h>
 #include <qc/core/internal/symmetric3.h>
 #include <qc/core/matrix.h>
 
@@ -18,6 +19,7 @@ namespace {
 
 using Points = std::vector<qcVector<2>>;
 using qnInternal::Matrix3;
+using qnInternal::Pair;
 using qnInternal::Vector3;
 
 /// Two eigenvalues of the scatter below this share of the largest: more than one curve fits.
@@ -35,10 +37,6 @@ struct Form {
     {
         return (a * p.x() + b * p.y() + d) * p.x() + (c * p.y() + e) * p.y() + f;
     }
-    qcVector<2> gradient(qcVector<2> const& p) const
-    {
-        return {2.0 * a * p.x() + b * p.y() + d, b * p.x() + 2.0 * c * p.y() + e};
-    }
 };
 
 /// Points with mean (0, 0) and spread 1 in every direction, and the way back to the given ones.
@@ -51,23 +49,23 @@ struct WhitePoints {
 WhitePoints whitened(qnInternal::NormalisedPoints const& cloud)
 {
     WhitePoints white;
-    white.points.reserve(cloud.points.size());
+    white.points.resize(cloud.points.size());
+    qcVector<2> const axis = cloud.axis;
     double const along = 1.0 / cloud.alongSpread;
     double const across = 1.0 / cloud.acrossSpread;
-    for (auto const& p : cloud.points)
-        white.points.emplace_back((cloud.axis * p) * along, cloud.axis.cross(p) * across);
-    qcVector<2> const& axis = cloud.axis;
+    for (std::size_t i = 0; i < white.points.size(); ++i)
+        white.points[i] = {(axis * cloud.points[i]) * along, axis.cross(cloud.points[i]) * across};
     white.back = qcMatrix<2>(axis.x() * cloud.alongSpread, -axis.y() * cloud.acrossSpread,
                              axis.y() * cloud.alongSpread, axis.x() * cloud.acrossSpread);
     white.rounding = cloud.rounding / cloud.acrossSpread;
     return white;
 }
 
-/// The quadratic terms of a point as x^2 + y^2, x^2 - y^2, 2xy: in them the condition for an
+/// The quadratic terms of two points as x^2 + y^2, x^2 - y^2, 2xy: in them the condition for an
 /// ellipse reads s0^2 > s1^2 + s2^2 for the coefficients s.
-Vector3 quadratic(qcVector<2> const& p)
+std::array<Pair, 3> quadratic(Pair x, Pair y)
 {
-    return {p.x() * p.x() + p.y() * p.y(), p.x() * p.x() - p.y() * p.y(), 2.0 * p.x() * p.y()};
+    return {x * x + y * y, x * x - y * y, 2.0 * x * y};
 }
 
 /// Best linear functions for the quadratic terms, and the scatter of what they leave.
@@ -80,29 +78,24 @@ Reduced reduced(Points const& points)
 {
     double const share = 1.0 / static_cast<double>(points.size());
     Reduced result{};
-    for (auto const& p : points) {
-        Vector3 const terms = quadratic(p);
-        for (std::size_t k = 0; k < 3; ++k) {
-            result.linear[k][0] += terms[k] * p.x();
-            result.linear[k][1] += terms[k] * p.y();
-            result.linear[k][2] += terms[k];
-        }
-    }
-    for (auto& function : result.linear)
-        for (double& term : function)
-            term *= share;
-    for (auto const& p : points) {
-        Vector3 rest = quadratic(p);
+    auto& linear = result.linear;
+    auto const shares = qnInternal::sumsOver<9>(points, [](Pair x, Pair y) {
+        auto const [a, b, c] = quadratic(x, y);
+        return std::array{a * x, a * y, a, b * x, b * y, b, c * x, c * y, c};
+    });
+    for (std::size_t k = 0; k < 9; ++k)
+        linear[k / 3][k % 3] = shares[k] * share;
+    auto const scatter = qnInternal::sumsOver<6>(points, [&](Pair x, Pair y) {
+        auto rest = quadratic(x, y);
         for (std::size_t k = 0; k < 3; ++k)
-            rest[k] -=
-                result.linear[k][0] * p.x() + result.linear[k][1] * p.y() + result.linear[k][2];
-        for (std::size_t i = 0; i < 3; ++i)
-            for (std::size_t k = 0; k <= i; ++k)
-                result.scatter[i][k] += rest[i] * rest[k];
-    }
+            rest[k] -= linear[k][0] * x + linear[k][1] * y + linear[k][2];
+        return std::array{rest[0] * rest[0], rest[1] * rest[0], rest[1] * rest[1],
+                          rest[2] * rest[0], rest[2] * rest[1], rest[2] * rest[2]};
+    });
+    std::size_t next = 0;
     for (std::size_t i = 0; i < 3; ++i)
         for (std::size_t k = 0; k <= i; ++k) {
-            result.scatter[i][k] *= share;
+            result.scatter[i][k] = scatter[next++] * share;
             result.scatter[k][i] = result.scatter[i][k];
         }
     return result;
@@ -207,21 +200,51 @@ struct Fit {
     std::vector<double> distances;
 };
 
-std::vector<double> distances(Points const& points, Form const& form, qcMatrix<2> const& back,
-                              qcEllipse::qcEllipseGeom const& geom, double scale)
-{
-    qcMatrix<2> const inverse = back.inverse();
-    qcMatrix<2> const there(inverse.element(0, 0), inverse.element(1, 0), inverse.element(0, 1),
-                            inverse.element(1, 1));  // transposed: gradients are covectors
-    std::vector<double> result;
-    result.reserve(points.size());
-    for (auto const& p : points) {
-        qcVector<2> const gradient = there * form.gradient(p);
-        double const value = form.at(p);
-        double const distance = value == 0.0 ? 0.0 : std::fabs(value) / gradient.len() * scale;
-        bool const atCenter = value < 0.0 && distance > kAtCenter * geom.radii.x();
-        result.push_back(atCenter ? geom.radii.y() : distance);
+/// |F| / |grad F| of two points at a time, in the units of the points.
+class FirstOrderDistance {
+public:
+    FirstOrderDistance(Form const& form, qcMatrix<2> const& back,
+                       qcEllipse::qcEllipseGeom const& geom, double scale)
+        : form_(form), inverse_(back.inverse()), radii_(geom.radii), scale_(scale)
+    {
     }
+
+    Pair operator()(Pair x, Pair y) const
+    {
+        Pair const value =
+            (form_.a * x + form_.b * y + form_.d) * x + (form_.c * y + form_.e) * y + form_.f;
+        Pair const alongX = 2.0 * form_.a * x + form_.b * y + form_.d;
+        Pair const alongY = form_.b * x + 2.0 * form_.c * y + form_.e;
+        // Gradients are covectors: they are mapped by the transposed matrix.
+        Pair const gradientX = inverse_.element(0, 0) * alongX + inverse_.element(1, 0) * alongY;
+        Pair const gradientY = inverse_.element(0, 1) * alongX + inverse_.element(1, 1) * alongY;
+        Pair const square = gradientX * gradientX + gradientY * gradientY;
+        Pair const length{std::sqrt(square[0]), std::sqrt(square[1])};
+        Pair const size = value < 0.0 ? -value : value;
+        Pair const distance = value == 0.0 ? Pair{} : size / length * scale_;
+        auto const atCenter = (value < 0.0) & (distance > kAtCenter * radii_.x());
+        return atCenter ? qnInternal::both(radii_.y()) : distance;
+    }
+
+private:
+    Form form_;
+    qcMatrix<2> inverse_;
+    qcVector<2> radii_;
+    double scale_;
+};
+
+std::vector<double> distances(Points const& points, FirstOrderDistance const& distance)
+{
+    std::vector<double> result(points.size());
+    std::size_t i = 0;
+    for (; i + 1 < points.size(); i += 2) {
+        Pair const two = distance(Pair{points[i].x(), points[i + 1].x()},
+                                  Pair{points[i].y(), points[i + 1].y()});
+        result[i] = two[0];
+        result[i + 1] = two[1];
+    }
+    if (i < points.size())
+        result[i] = distance(qnInternal::both(points[i].x()), qnInternal::both(points[i].y()))[0];
     return result;
 }
 
@@ -242,7 +265,8 @@ Fit fitted(Points const& points, qcRadian reference)
         throw qcFitError::NotFinite();
     if (!(geom.radii.y() > 0.0))
         throw qcFitError::NotAnEllipse();
-    return {qcEllipse(geom), distances(white.points, form, white.back, geom, cloud.scale)};
+    return {qcEllipse(geom),
+            distances(white.points, FirstOrderDistance(form, white.back, geom, cloud.scale))};
 }
 
 }  // namespace

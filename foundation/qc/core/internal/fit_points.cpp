@@ -1,6 +1,7 @@
 // Normalising, counting and choosing the points of a fit.
 #include <qc/core/fit_error.h>
 #include <qc/core/internal/fit_points.h>
+#include <qc/core/internal/point_sums.h>
 
 #include <algorithm>
 #include <cmath>
@@ -21,12 +22,14 @@ constexpr double kFlatRoundings = 8.0;
 /// Middle, half extent and rounding of the box around the points.
 void fitBox(Points const& points, qnInternal::NormalisedPoints& result)
 {
-    qcVector<2> low = points.front();
-    qcVector<2> high = points.front();
+    qnInternal::Pair lowest = qnInternal::pairOf(points.front());
+    qnInternal::Pair highest = lowest;
     for (auto const& p : points) {
-        low = {std::min(low.x(), p.x()), std::min(low.y(), p.y())};
-        high = {std::max(high.x(), p.x()), std::max(high.y(), p.y())};
+        lowest = qnInternal::smaller(qnInternal::pairOf(p), lowest);
+        highest = qnInternal::larger(qnInternal::pairOf(p), highest);
     }
+    qcVector<2> const low(lowest[0], lowest[1]);
+    qcVector<2> const high(highest[0], highest[1]);
     // Halves first: the sum or difference of two large corners may overflow.
     result.center = low * 0.5 + high * 0.5;
     qcVector<2> const half = high * 0.5 - low * 0.5;
@@ -42,22 +45,18 @@ void fitBox(Points const& points, qnInternal::NormalisedPoints& result)
 
 void findSpread(qnInternal::NormalisedPoints& result)
 {
-    double xx = 0.0;
-    double xy = 0.0;
-    double yy = 0.0;
-    for (auto const& p : result.points) {
-        xx += p.x() * p.x();
-        xy += p.x() * p.y();
-        yy += p.y() * p.y();
-    }
+    using qnInternal::Pair;
+    auto const [xx, xy, yy] = qnInternal::sumsOver<3>(result.points, [](Pair x, Pair y) {
+        return std::array{x * x, x * y, y * y};
+    });
     result.axis = qcVector<2>(1.0, qcRadian(0.5 * std::atan2(2.0 * xy, xx - yy)));
     // Summed anew along the axes: from xx, xy and yy the smaller spread would be all rounding.
-    double along = 0.0;
-    double across = 0.0;
-    for (auto const& p : result.points) {
-        along += (result.axis * p) * (result.axis * p);
-        across += result.axis.cross(p) * result.axis.cross(p);
-    }
+    auto const [along, across] =
+        qnInternal::sumsOver<2>(result.points, [axis = result.axis](Pair x, Pair y) {
+            Pair const u = axis.x() * x + axis.y() * y;
+            Pair const v = axis.x() * y - axis.y() * x;
+            return std::array{u * u, v * v};
+        });
     double const count = static_cast<double>(result.points.size());
     result.alongSpread = std::sqrt(along / count);
     result.acrossSpread = std::sqrt(across / count);
@@ -89,17 +88,18 @@ qnInternal::NormalisedPoints qnInternal::normalise(Points const& points)
 {
     NormalisedPoints result;
     fitBox(points, result);
-    result.points.reserve(points.size());
     // Powers of two, so that nothing is rounded; the second one alone may be beyond the largest double.
     double const unit = 0.5 / result.scale;
     double const units = std::isfinite(unit) ? unit : 0x1p+1000;
     double const more = std::isfinite(unit) ? 4.0 : (2.0 / 0x1p+1000) / result.scale;
-    qcVector<2> mean;
-    for (auto const& p : points) {
-        result.points.push_back((p * 0.5 - result.center * 0.5) * units * more);
-        mean += result.points.back();
-    }
-    mean = mean / static_cast<double>(points.size());
+    result.points.resize(points.size());
+    qcVector<2> const halfCenter = result.center * 0.5;
+    for (std::size_t i = 0; i < points.size(); ++i)
+        result.points[i] = (points[i] * 0.5 - halfCenter) * units * more;
+    auto const [x, y] = sumsOver<2>(result.points, [](Pair px, Pair py) {
+        return std::array{px, py};
+    });
+    qcVector<2> const mean = qcVector<2>(x, y) / static_cast<double>(points.size());
     for (auto& p : result.points)
         p -= mean;
     result.center += mean * result.scale;
