@@ -20,6 +20,14 @@ without_randomisation() {
 }
 
 step_test() { build release && ctest --preset release -j "$jobs"; }
+
+step_compare() {  # tests that draw random cases, with many more of them
+    local suites
+    suites=$(grep -lr 'rounds(' tests --include='*_test.cpp' |
+        xargs sed -nE 's/^TEST\((\w+),.*/\1/p' | sort -u | paste -sd'|')
+    build release && CNTR_TEST_ROUNDS=20 ctest --preset release -j "$jobs" -R "^($suites)\\."
+}
+
 step_asan() { build asan && ctest --preset asan -j "$jobs"; }
 step_tsan() {
     cmake --preset tsan && cmake --build --preset tsan --target cntr_tests &&
@@ -88,7 +96,7 @@ step_instructions() {  # instruction counts of fixed workloads stay what they we
 
 step_fuzz() { build fuzz && scripts/fuzz.sh build/fuzz/fuzz 10; }
 
-steps=(format house headers docs test symbols install clang tidy asan tsan instructions fuzz)
+steps=(format house headers docs test compare symbols install clang tidy asan tsan instructions fuzz)
 chosen=()
 for argument; do
     case $argument in

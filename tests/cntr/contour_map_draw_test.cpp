@@ -1,6 +1,7 @@
 // A contour mapped, as a polygon and back, drawn, and its convex hull as a region.
 #include "tests/support/outlines.h"
 #include "tests/support/plain_contour.h"
+#include "tests/support/rounds.h"
 
 #include <cntr/region.h>
 
@@ -85,7 +86,7 @@ TEST(ContourDraw, DrawsEveryEdgeInOrder)
 
 TEST(ContourHull, IsTheHullOfThePointsAsAClosedRegion)
 {
-    for (auto const& outline : randomised(31, 90)) {
+    for (auto const& outline : randomised(31, qnTest::rounds(90))) {
         SCOPED_TRACE(outline.name);
         if (outline.points.size() < 2)
             continue;

@@ -1,6 +1,7 @@
 // What each query gives where coordinates or arguments are not finite, in one table.
 #include "tests/support/contour_answers.h"
 #include "tests/support/plain_region.h"
+#include "tests/support/rounds.h"
 
 #include <cntr/region.h>
 
@@ -10,6 +11,7 @@
 #include <limits>
 
 using namespace qnOutlines;
+using qnTest::rounds;
 
 namespace {
 
@@ -108,7 +110,7 @@ TEST(ContourNonFinite, AgreesWithThePlainStepsAnywhere)
     double const odd[] = {kNaN, kInf, -kInf, 1e308, -1e308, 5e-324, 1e-308, -0.0, 3e9, 0.5, 1, 2};
     std::mt19937 random(17);
     auto const pick = [&] { return odd[random() % 12]; };
-    for (int i = 0; i < 600; ++i) {
+    for (int i = 0; i < rounds(600); ++i) {
         SCOPED_TRACE(i);
         Outline outline{"", {}, i % 3 != 0};
         std::size_t const n = 2 + random() % (i % 40 == 0 ? 200 : 7);

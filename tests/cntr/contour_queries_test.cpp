@@ -1,11 +1,13 @@
 // Every query of a contour against its plain transcription, and the answers that are known.
 #include "tests/support/contour_answers.h"
+#include "tests/support/rounds.h"
 
 #include <qc/core/compare.h>
 
 #include <gtest/gtest.h>
 
 using namespace qnOutlines;
+using qnTest::rounds;
 
 namespace {
 
@@ -17,7 +19,7 @@ TEST(ContourQueries, AnswerAsThePlainStepsDo)
 {
     std::mt19937 random(11);
     auto outlines = named();
-    for (auto const& outline : randomised(5, 900))
+    for (auto const& outline : randomised(5, rounds(900)))
         outlines.push_back(outline);
     for (auto const& outline : outlines) {
         SCOPED_TRACE(outline.name);
@@ -40,7 +42,7 @@ TEST(ContourQueries, AnswerAsThePlainStepsDo)
 
 TEST(ContourQueries, CrossOneContourWithAnother)
 {
-    auto const outlines = randomised(8, 120);
+    auto const outlines = randomised(8, rounds(120));
     for (std::size_t i = 1; i < outlines.size(); ++i) {
         SCOPED_TRACE(outlines[i].name);
         auto const& mine = outlines[i];

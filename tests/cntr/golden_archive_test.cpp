@@ -1,5 +1,6 @@
 // What was written once is read for ever, and today's records are written the same to the byte.
 #include "tests/support/golden_archives.h"
+#include "tests/support/rounds.h"
 
 #include <cntr/cntrtmpl.h>
 #include <gtest/gtest.h>
@@ -87,7 +88,7 @@ Root randomGraph(std::mt19937& random)
 TEST(ArchiveGraph, KeepsSharingCountsAndBytes)
 {
     std::mt19937 random(11);
-    for (int run = 0; run < 300; ++run) {
+    for (int run = 0; run < rounds(300); ++run) {
         SCOPED_TRACE(run);
         Root const graph = randomGraph(random);
         Bytes const bytes = store(*graph.object);

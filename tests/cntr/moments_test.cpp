@@ -1,6 +1,7 @@
 // Areas, centres and second moments: known figures and sums over the edges.
 #include "tests/support/outlines.h"
 #include "tests/support/plain_contour.h"
+#include "tests/support/rounds.h"
 
 #include <gtest/gtest.h>
 
@@ -8,6 +9,7 @@
 #include <cmath>
 
 using namespace qnOutlines;
+using qnTest::rounds;
 
 namespace {
 
@@ -59,7 +61,7 @@ TEST(Moments, KnownFiguresInEitherOrientation)
 
 TEST(Moments, FollowThePlainStepsUpToRounding)
 {
-    auto outlines = randomised(21, 450);
+    auto outlines = randomised(21, rounds(450));
     for (auto const& outline : named())
         outlines.push_back(outline);
     int compared = 0;
@@ -71,7 +73,7 @@ TEST(Moments, FollowThePlainStepsUpToRounding)
         std::vector<qcEdgelet> edgelets;
         for (auto const& p : points)
             edgelets.emplace_back(p, static_cast<unsigned short>(5), qcAngle8(1));
-        EXPECT_TRUE(qf_Area(edgelets) == qf_Area(points) || data.area() != data.area());
+        EXPECT_TRUE(qf_Area(edgelets) == qf_Area(points) || std::isnan(qf_Area(points)));
         EXPECT_TRUE(qf_CenterOfMass(edgelets) == center || center != center);
         EXPECT_TRUE(qf_CenterOfMass(points) == center || center != center);
 
@@ -81,7 +83,7 @@ TEST(Moments, FollowThePlainStepsUpToRounding)
             size = std::max(size, edge.p1().len());
         }
         // Where hardly anything is left of the sums, or the place swamps the shape, rounding rules.
-        if (size > 100 || !(qf_Area(points) > 1e-3 * sum) || sum < 1e-2)
+        if (size > 100 || !(qf_Area(points) > 1e-2 * sum) || sum < 1e-2)
             continue;
         ++compared;
         EXPECT_LT(center.distance(qnPlain::centerOfMass(points)), 1e-10 * size);
@@ -105,7 +107,7 @@ TEST(Moments, RecordsAddUpAndHolesAreTakenAway)
     EXPECT_EQ((odd + qc_InertiaData(2, {5, 5}, {1, 0, 0, 1})).centerOfMass(), qcVector<2>(0, 0));
     std::mt19937 random(4);
     auto const number = [&] { return random() % 5 ? uniform(random, -3, 3) : 1e-170; };
-    for (int i = 0; i < 400; ++i) {
+    for (int i = 0; i < rounds(400); ++i) {
         qc_InertiaData const a(number(), {number(), 1}, {number(), number(), 9, number()});
         qc_InertiaData const b(number(), {2, number()}, {number(), number(), 8, number()});
         EXPECT_EQ(numbers(a + b), numbers(qnPlain::inertiaSum(a, b)));

@@ -1,5 +1,6 @@
 // Regularised outlines and outer hulls: known shapes, seeded curves and lattice outlines.
 #include "tests/support/regions.h"
+#include "tests/support/rounds.h"
 #include "tools/cntr/read_outlines.h"
 
 #include <gtest/gtest.h>
@@ -198,15 +199,15 @@ TEST(RegionRegularize, SeededOutlinesComeOutAsThePlainStepsSay)
     int crossing = 0;
     // On a small lattice vertices rest on edges, stand on each other, and edges overlap.
     std::mt19937 random(41);
-    for (int i = 0; i < 600; ++i) {
+    for (int i = 0; i < rounds(600); ++i) {
         Points lattice;
         for (auto n = 4 + random() % 9; n > 0; --n)
             lattice.emplace_back(random() % 6, random() % 6);
         SCOPED_TRACE("lattice outline " + std::to_string(i));
         crossing += compare(lattice);
     }
-    for (unsigned seed = 40; seed < 46; ++seed)
-        for (auto const& curve : crossingCurves(seed)) {
+    for (int seed = 0; seed < rounds(6); ++seed)
+        for (auto const& curve : crossingCurves(40 + static_cast<unsigned>(seed))) {
             SCOPED_TRACE(curve.name + " of seed " + std::to_string(seed));
             crossing += compare(curve.points);
         }

@@ -1,4 +1,6 @@
 // Convex hull against a hull found point by point in exact arithmetic, on points in any order.
+#include "tests/support/rounds.h"
+
 #include <qc/core/convex_hull.h>
 
 #include <gtest/gtest.h>
@@ -115,7 +117,7 @@ TEST(ConvexHull, IsExactOnAlmostCollinearPoints)
     };
     for (auto const& c : cases) {
         SCOPED_TRACE(c.name);
-        for (int round = 0; round < 200; ++round) {
+        for (int round = 0; round < qnTest::rounds(200); ++round) {
             Points points;
             for (int i = 0; i < 3 + round % 40; ++i) {
                 auto const along = static_cast<double>(random() % c.columns);

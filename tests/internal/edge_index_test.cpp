@@ -11,6 +11,7 @@
 #include "tests/support/outlines.h"
 #include "tests/support/plain_contour.h"
 #include "tests/support/plain_region.h"
+#include "tests/support/rounds.h"
 
 #include <qc/core/internal/plane.h>
 
@@ -22,6 +23,7 @@
 #include <limits>
 
 using namespace qnInternal;
+using qnTest::rounds;
 
 namespace {
 
@@ -87,7 +89,7 @@ TEST(EdgeIndex, NearestIsThatOfAllEdgesAndVertices)
 {
     std::mt19937 random(3);
     // By name, for a lambda cannot take a structured binding.
-    for (auto const& item : indexed(21, 400)) {
+    for (auto const& item : indexed(21, rounds(400))) {
         auto const& outline = item.outline;
         auto const& index = item.index;
         SCOPED_TRACE(outline.name);
@@ -115,7 +117,7 @@ TEST(EdgeIndex, NearestIsThatOfAllEdgesAndVertices)
 TEST(EdgeIndex, ProposesEveryEdgeThatASegmentMeets)
 {
     std::mt19937 random(5);
-    for (auto const& item : indexed(22, 400)) {
+    for (auto const& item : indexed(22, rounds(400))) {
         auto const& outline = item.outline;
         auto const& index = item.index;
         SCOPED_TRACE(outline.name);
@@ -167,9 +169,9 @@ Points roundish(unsigned seed)
 TEST(EdgeIndex, FarthestPairOnCirclesIsThatOfAllPairs)
 {
     int certain = 0;
-    for (unsigned seed = 0; seed < 400; ++seed) {
+    for (int seed = 0; seed < rounds(400); ++seed) {
         SCOPED_TRACE(seed);
-        auto const points = roundish(seed);
+        auto const points = roundish(static_cast<unsigned>(seed));
         auto const plain = farthestPair(points);
         expectEqual(farthestPair(points, EdgeIndex(points, true)), plain);
         if (auto const found = farthestPairOnHull(points)) {
@@ -187,7 +189,7 @@ TEST(EdgeIndex, FarthestPairOnCirclesIsThatOfAllPairs)
 TEST(EdgeIndex, FarthestPairAndSelfCrossingAreThoseOfAllPairs)
 {
     int crossing = 0;
-    auto const all = indexed(23, 1500);
+    auto const all = indexed(23, rounds(1500));
     for (auto const& item : all) {
         auto const& outline = item.outline;
         auto const& index = item.index;
@@ -207,7 +209,7 @@ TEST(Parity, WhereItIsCertainTheRayAgrees)
 {
     std::mt19937 random(7);
     int certain = 0, wound = 0, doubtful = 0;
-    for (auto const& item : indexed(24, 1200)) {
+    for (auto const& item : indexed(24, rounds(1200))) {
         auto const& outline = item.outline;
         auto const& index = item.index;
         if (outline.points.size() < 3)
@@ -249,7 +251,7 @@ TEST(BoxOfPoints, IsWhatThePointsOneByOneMake)
     double const inf = std::numeric_limits<double>::infinity();
     double const special[] = {0.0, -0.0, std::nan(""), inf, -inf, 1e300, -5, 5e-324};
     std::mt19937 random(9);
-    for (int round = 0; round < 2000; ++round) {
+    for (int round = 0; round < rounds(2000); ++round) {
         Points points;
         for (std::size_t i = 0; i <= random() % 12; ++i)
             points.emplace_back(special[random() % (round % 3 == 0 ? 2 : 8)],
