@@ -126,38 +126,6 @@ TEST(RegionPoints, AnswerAsThePlainStepsDo)
         }
 }
 
-/// Whether an odd number of edges lies to the right of the point.
-bool insideByParity(Points const& p, qcVector<2> const& point)
-{
-    bool in = false;
-    for (std::size_t i = 0, j = p.size() - 1; i < p.size(); j = i++)
-        if ((p[i].y() > point.y()) != (p[j].y() > point.y()))
-            in ^= point.x() <
-                  p[i].x() + (p[j].x() - p[i].x()) * (point.y() - p[i].y()) / (p[j].y() - p[i].y());
-    return in;
-}
-
-TEST(RegionPoints, ContainmentIsParityAwayFromTheBorder)
-{
-    Places places(12);
-    int compared = 0;
-    for (auto const& curve : crossingCurves(30)) {
-        SCOPED_TRACE(curve.name);
-        qcRegion const region = regionOf(curve.points);
-        double const ray = region.diameter(qcContourDefs::eFromFirstPoint);
-        qcVector<2> const size = region.encloseRect(qcXform<2>()).size();
-        for (int i = 0; i < 300; ++i) {
-            qcVector<2> const p = places.around(curve.points);
-            // Only where the ray reaches beyond everything from wherever it starts.
-            if (region.qcContour::distToPoint(p, false) < 1e-3 || ray < 1.001 * size.len())
-                continue;
-            ++compared;
-            EXPECT_EQ(region.inside(p, false), insideByParity(curve.points, p));
-        }
-    }
-    EXPECT_GT(compared, 1000);
-}
-
 TEST(RegionPoints, ARayThatEndsTooSoonCallsAnOutsidePointInside)
 {
     Points const outline{{0, 0}, {20, 3}, {6, 7}, {-14, 14}, {-17, -11}, {3, -20}};

@@ -35,12 +35,6 @@ long cell(double coordinate, double tolerance)
     return static_cast<long>(std::max(-2147483648.0, std::min(2147483647.0, v)));
 }
 
-qcVector<2> triangleCentroid(qcVector<2> const& o, qcVector<2> const& a, qcVector<2> const& b)
-{
-    qcLineSeg const fromO(o, (a + b) * 0.5), fromA(a, (o + b) * 0.5);
-    return fromO.line().intersect(fromA.line()).position();
-}
-
 }  // namespace
 
 std::vector<qcLineSeg> edges(Points const& p, bool closed)
@@ -228,52 +222,6 @@ qcCircle firstPointCircle(Points const& points)
     for (auto const& p : points)
         r = points[0].distance(p) > r ? points[0].distance(p) : r;
     return {points[0], r};
-}
-
-qcVector<2> centerOfMass(Points const& points)
-{
-    if (points.size() < 3)
-        return {};
-    double total = 0, gx = 0, gy = 0;
-    for (auto const& edge : edges(points, true)) {
-        double const k = edge.p1().x() * edge.p2().y() - edge.p1().y() * edge.p2().x();
-        if (!(std::fabs(k) > 1e-15))
-            continue;
-        qcVector<2> const g = triangleCentroid({0, 0}, edge.p1(), edge.p2());
-        total += k;
-        gx += g.x() * k;
-        gy += g.y() * k;
-    }
-    if (!(std::fabs(total) > 1e-6))
-        return {};
-    return {gx * (1 / total), gy * (1 / total)};
-}
-
-qc_InertiaData inertiaSum(qc_InertiaData const& a, qc_InertiaData const& b)
-{
-    if (a.area() == 0)
-        return b;
-    if (b.area() == 0)
-        return a;
-    double const total = a.area() + b.area();
-    qcVector<2> c;
-    if (std::fabs(total) > 1e-16)
-        c = (a.centerOfMass() * a.area() + b.centerOfMass() * b.area()) * (1 / total);
-    qcVector<2> const da = c - a.centerOfMass(), db = c - b.centerOfMass();
-    double const product = a.area() * b.area();
-    double const wa = product > 0 ? std::fabs(a.area()) : a.area();
-    double const wb = product > 0 ? std::fabs(b.area()) : b.area();
-    double const sa = product < 0 && !(a.area() > b.area()) ? -1 : 1;
-    double const sb = product < 0 && a.area() > b.area() ? -1 : 1;
-    auto const& m = a.inertiaMatrix();
-    auto const& n = b.inertiaMatrix();
-    auto const entry = [&](int i, int j, double da2, double db2) {
-        return sa * m.element(i, j) + sb * n.element(i, j) + da2 + db2;
-    };
-    double const m00 = entry(0, 0, wa * (da.x() * da.x()), wb * (db.x() * db.x()));
-    double const m01 = entry(0, 1, wa * da.x() * da.y(), wb * db.x() * db.y());
-    double const m11 = entry(1, 1, wa * (da.y() * da.y()), wb * (db.y() * db.y()));
-    return qc_InertiaData(total, c, {m00, m01, m01, m11});
 }
 
 /// By sums over the edges: exact in principle, and nothing like a fan of triangles.

@@ -39,8 +39,6 @@ qcRect encloseRect(Points const& points, qcXform<2> const& xform);
 qcCircle farthestPairCircle(Points const& points);
 qcCircle firstPointCircle(Points const& points);
 
-qcVector<2> centerOfMass(Points const& points);
-qc_InertiaData inertiaSum(qc_InertiaData const& a, qc_InertiaData const& b);
 qc_InertiaData inertiaDataPolygon(Points const& points);
 
 }  // namespace qnPlain

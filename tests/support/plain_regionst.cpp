@@ -48,8 +48,7 @@ qcMatrix<2> inertiaMatrix(Set const& set)
     qc_InertiaData total;
     for (auto const& figure : set) {
         auto const matrix = inertiaDataPolygon(figure.outline).inertiaMatrix();
-        total = inertiaSum(
-            total, qc_InertiaData(area(figure, false), centerOfMass(figure, false), matrix));
+        total = total + qc_InertiaData(area(figure, false), centerOfMass(figure, false), matrix);
     }
     return total.inertiaMatrix();
 }
