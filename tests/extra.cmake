@@ -10,15 +10,6 @@ add_dependencies(unload_test unload_plugin)
 add_test(NAME foundation.unload
     COMMAND unload_test $<TARGET_FILE:unload_plugin> $<TARGET_FILE:qcfoundation>)
 
-# Writes the archives under tests/data that do not exist yet.
-if(TARGET cntr)
-    add_executable(write_golden tests/golden/write_golden.cpp
-        tests/support/golden_archives.cpp tests/support/stored_objects.cpp)
-    cntr_compile(write_golden)
-    target_include_directories(write_golden PRIVATE ${PROJECT_SOURCE_DIR})
-    target_link_libraries(write_golden PRIVATE cntr)
-endif()
-
 # The code that the guides show, compiled and run as one program.
 if(TARGET cntr)
     find_package(Python3 REQUIRED COMPONENTS Interpreter)

@@ -2,6 +2,7 @@
 #include "cntr/internal/bounded_cache.h"
 #include "tests/support/changes.h"
 #include "tests/support/contour_answers.h"
+#include "tests/support/golden_archives.h"
 
 #include <cntr/region.h>
 #include <cntr/regionst.h>
@@ -14,6 +15,7 @@
 #include <thread>
 
 using namespace qnOutlines;
+using qnTest::Composer;
 
 namespace {
 
@@ -91,6 +93,21 @@ TEST(Contour, EveryChangeOfGeometryReachesEveryQuery)
              c.map(qcXform<2>({0, 1, 2, 0}, {7, 7}), c);
          }},
         {"label and bound", [](C& c) { c.label(8), c.cachedVectorSize(0); }},
+        {"loaded",
+         [](C& c) {
+             c.tracking(true);
+             qcMemoryArchive record(Composer()
+                                        .byte(1, 0)
+                                        .number(6)
+                                        .byte(0)
+                                        .pointList({{1, -2}, {0.5, 3}})
+                                        .number(0xFFFFFFFDu)
+                                        .bytes());
+             record || c;
+             EXPECT_TRUE(c.tracking());
+             EXPECT_EQ(c.cachedVectorSize(), -3) << "a negative bound is kept and serves";
+             EXPECT_EQ(C(c), c);
+         }},
     };
     for (auto const& c : cases) {
         SCOPED_TRACE(c.name);

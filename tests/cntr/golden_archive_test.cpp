@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <random>
 
 namespace {
@@ -18,7 +19,14 @@ TEST(GoldenArchive, FilesOfEveryVersionComeBack)
 {
     for (auto const& golden : goldenArchives()) {
         SCOPED_TRACE(golden.name);
-        Bytes const file = readFile(std::string(CNTR_TEST_DATA) + '/' + golden.name + ".archive");
+        auto const name = golden.name + ".archive";
+        if (!std::filesystem::exists(CNTR_TEST_DATA "/" + name)) {
+            // Files that are there are the promise to read what was written once.
+            writeFile(name, golden.bytes);
+            ADD_FAILURE() << "no such file: written here, to be moved to " CNTR_TEST_DATA;
+            continue;
+        }
+        Bytes const file = readFile(CNTR_TEST_DATA "/" + name);
         EXPECT_EQ(file, golden.bytes);
         Root const loaded = load(file);
         EXPECT_EQ(describe(loaded.object, true), describe(golden.expected().object, true));
