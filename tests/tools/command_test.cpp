@@ -1,4 +1,6 @@
 // The command from outside: what it prints, what it writes, and the status it ends with.
+#include "tests/support/xml.h"
+
 #include <cntr/cntr.h>
 #include <tools/cntr/archive_tree.h>
 
@@ -12,7 +14,6 @@
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
-#include <regex>
 #include <set>
 
 namespace {
@@ -69,16 +70,6 @@ protected:
     std::string file(char const* name) const { return contentOf(folder_ / name); }
     fs::path folder_;
 };
-
-/// Takes away elements that hold none until nothing is left.
-bool isWellFormed(std::string xml)
-{
-    static std::regex const element(
-        R"(<\?[^<>]*>|<([a-z]+)(\s[a-z:-]+="[^"<>]*")*(/>|>[^<>]*</\1>)\n?)", std::regex::icase);
-    for (std::string before; before != xml;)
-        before = std::exchange(xml, std::regex_replace(xml, element, ""));
-    return xml.find_first_not_of('\n') == std::string::npos;
-}
 
 long countOf(std::string const& text, std::string const& part)
 {
@@ -243,7 +234,7 @@ TEST_F(Command, DrawsWellFormedPicturesOfWhatItFound)
     for (auto const& c : cases) {
         SCOPED_TRACE(c.arguments);
         ASSERT_EQ(run(std::string(c.arguments) + " --svg p.svg").status, 0);
-        EXPECT_TRUE(isWellFormed(file("p.svg"))) << file("p.svg");
+        EXPECT_TRUE(qnTest::isWellFormed(file("p.svg"))) << file("p.svg");
         EXPECT_EQ(countOf(file("p.svg"), "<path "), c.paths);
         EXPECT_EQ(countOf(file("p.svg"), "<circle "), c.circles);
     }
