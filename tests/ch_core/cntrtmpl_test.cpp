@@ -136,6 +136,9 @@ TEST(ContourT, SettersReachOverriddenOperations)
         action();
         return object.told;
     };
+    Watched<Contour> c(kEdgelets);
+    EXPECT_EQ(during(c, [&] { c.isClosed(false), c.cachedVectorSize(2); }), "c");
+    EXPECT_EQ(during(c, [&] { static_cast<qcContour&>(c) = qcContour(); }), "");
     Watched<Region> r(kEdgelets, 3UL);
     EXPECT_EQ(during(r, [&] { r.data(kEdgelets); }), "pcc");
     EXPECT_EQ(during(r, [&] { r.points({{1, 1}}); }), "cdc");

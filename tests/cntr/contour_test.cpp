@@ -184,24 +184,4 @@ TEST(Contour, TellsWhoListensOfEachChange)
     }
 }
 
-TEST(Contour, ChangesGoThroughTheVirtualHooks)
-{
-    struct Derived : qcContour {
-        using qcContour::setPoints;
-        void cleanCacheInfo() override { log += 'c', qcContour::cleanCacheInfo(); }
-        void makeDataConsistentWithPoints() override { log += points().size() == 5 ? 'd' : '?'; }
-        std::string log;
-    };
-    Derived derived;
-    derived.points(kBow);
-    EXPECT_EQ(derived.log, "cd");
-    derived.setPoints(kBow);
-    derived.isClosed(false);
-    EXPECT_EQ(derived.log, "cdcc");
-    derived.label(2);
-    derived.cachedVectorSize(2);
-    static_cast<qcContour&>(derived) = qcContour(kSquare);
-    EXPECT_EQ(derived.log, "cdcc");
-}
-
 }  // namespace

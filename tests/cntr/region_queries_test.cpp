@@ -1,4 +1,5 @@
 // Regions asked: points and nested holes, segments, areas and moments.
+#include "tests/support/outlines.h"
 #include "tests/support/regions.h"
 #include "tests/support/rounds.h"
 
@@ -7,6 +8,7 @@
 #include <cmath>
 
 using namespace qnTest;
+using qnOutlines::uniform;
 
 namespace {
 
@@ -14,24 +16,13 @@ namespace {
 Figure const kLake{square(0, 0, 100),
                    {{square(10, 10, 80), {{square(20, 20, 60), {{square(30, 30, 40), {}}}}}}}};
 
-class Places {
-public:
-    explicit Places(unsigned seed) : random_(seed) {}
-
-    /// Somewhere in the outline's box or a little outside.
-    qcVector<2> around(Points const& outline)
-    {
-        qcRect const box = qcContour(outline).encloseRect(qcXform<2>());
-        auto const part = [this] {
-            return static_cast<double>(random_()) / 4294967296.0 * 1.4 - 0.2;
-        };
-        return box.origin().position() +
-               qcVector<2>(box.size().x() * part(), box.size().y() * part());
-    }
-
-private:
-    std::mt19937 random_;
-};
+/// Somewhere in the outline's box or a little outside.
+qcVector<2> around(Points const& outline, std::mt19937& random)
+{
+    qcRect const box = qcContour(outline).encloseRect(qcXform<2>());
+    return box.origin().position() + qcVector<2>(box.size().x() * uniform(random, -0.2, 1.2),
+                                                 box.size().y() * uniform(random, -0.2, 1.2));
+}
 
 /// The outline shrunk towards a place; where the two meet, no hole at all.
 Figure withHoles(Points const& outline, std::vector<qcVector<2>> const& places)
@@ -95,19 +86,19 @@ TEST(RegionPoints, TheOutlineWinsTies)
 
 TEST(RegionPoints, AnswerAsThePlainStepsDo)
 {
-    Places places(11);
+    std::mt19937 random(11);
     for (int seed = 0; seed < rounds(4); ++seed)
         for (auto const& curve : crossingCurves(20 + static_cast<unsigned>(seed))) {
             SCOPED_TRACE(curve.name);
-            Figure const figure =
-                withHoles(curve.points, {places.around(curve.points), places.around(curve.points)});
+            Figure const figure = withHoles(
+                curve.points, {around(curve.points, random), around(curve.points, random)});
             qcRegion region = regionOf(figure);
             for (int i = 0; i < 40; ++i) {
                 // Now and then on a vertex or in the middle of an edge.
                 auto const at = static_cast<std::size_t>(i);
                 qcVector<2> const p = i % 10 == 8   ? curve.points[at]
                                       : i % 10 == 9 ? (curve.points[at] + curve.points[at + 1]) / 2
-                                                    : places.around(curve.points);
+                                                    : around(curve.points, random);
                 for (bool const holes : {false, true}) {
                     EXPECT_EQ(region.inside(p, holes), qnPlain::inside(figure, p, holes));
                     long which = 99;

@@ -83,27 +83,6 @@ TEST(RegionRegularize, RealOutlinesOffsetCrudely)
     EXPECT_GT(crossing, 20);
 }
 
-TEST(RegionRegularize, ShapeDoesNotDependOnPlaceAndDirection)
-{
-    int sameStart = 0;
-    qcXform<2> const moved(qcMatrix<2>(qcRadian(0.7), qcRadian(0.7), 1, 1), {1000.25, -333.5});
-    for (auto const& curve : crossingCurves(60)) {
-        SCOPED_TRACE(curve.name);
-        qcRegion elsewhere;
-        regionOf(curve.points).map(moved, elsewhere);
-        // The containment rays do not turn along: another edge may be found to face the outside.
-        if (qnPlain::startEdge(curve.points) != qnPlain::startEdge(elsewhere.points()))
-            continue;
-        ++sameStart;
-        Cleaned const here = hull(curve.points), there = hull(elsewhere.points());
-        ASSERT_EQ(here.error, there.error);
-        ASSERT_EQ(here.points.size(), there.points.size());
-        for (std::size_t i = 0; i < here.points.size(); ++i)
-            EXPECT_LT((moved * here.points[i]).distance(there.points[i]), 1e-6);
-    }
-    EXPECT_GT(sameStart, 10);
-}
-
 }  // namespace
 
 TEST(RegionRegularize, KnownShapes)

@@ -1,4 +1,5 @@
 // Sets of regions: the list and its setters, caches and who hears of them, sums, merging.
+#include "tests/support/outlines.h"
 #include "tests/support/plain_regionst.h"
 #include "tests/support/regions.h"
 #include "tests/support/rounds.h"
@@ -212,7 +213,7 @@ TEST(RegionSet, MergesInOnePassWithTheLastRegionMoved)
 qnPlain::Set randomFigures(std::mt19937& random)
 {
     auto const between = [&](double low, double high) {
-        return low + (high - low) * (static_cast<double>(random()) / 4294967296.0);
+        return qnOutlines::uniform(random, low, high);
     };
     bool const many = random() % 60 == 0;
     double const reach = many ? 30 : 8;

@@ -2,9 +2,8 @@
 // that thread lives, and lets the thread end afterwards.
 #include <dlfcn.h>
 
-#include <condition_variable>
 #include <cstdio>
-#include <mutex>
+#include <future>
 #include <thread>
 
 namespace {
@@ -31,26 +30,16 @@ int loadUseUnload(char const* plugin, char const* foundation)
     if (!isLoaded(plugin) || !isLoaded(foundation))
         return fail("the check for loaded libraries does not see them");
     auto* const use = reinterpret_cast<int (*)()>(dlsym(handle, "usePlugin"));
-    std::mutex mutex;
-    std::condition_variable changed;
-    enum { eStart, eUsed, eEnd } state = eStart;
-    int result = -1;
+    std::promise<int> used;
+    std::promise<void> end;
     std::thread thread([&] {
-        std::unique_lock<std::mutex> lock(mutex);
-        result = use();
-        state = eUsed;
-        changed.notify_all();
-        changed.wait(lock, [&] { return state == eEnd; });
+        used.set_value(use());
+        end.get_future().wait();
     });
-    bool gone = false;
-    {
-        std::unique_lock<std::mutex> lock(mutex);
-        changed.wait(lock, [&] { return state == eUsed; });
-        dlclose(handle);
-        gone = !isLoaded(plugin) && !isLoaded(foundation);
-        state = eEnd;
-        changed.notify_all();
-    }
+    int const result = used.get_future().get();
+    dlclose(handle);
+    bool const gone = !isLoaded(plugin) && !isLoaded(foundation);
+    end.set_value();
     thread.join();
     if (result != 0)
         return fail("the plug-in did not work");

@@ -1,7 +1,7 @@
 // Regions for tests and the curves they are made of.
 #include "tests/support/regions.h"
 
-#include <cmath>
+#include "tests/support/outlines.h"
 
 namespace qnTest {
 
@@ -34,7 +34,7 @@ std::vector<NamedOutline> crossingCurves(unsigned seed)
 {
     std::mt19937 random(seed);
     auto const uniform = [&](double low, double high) {
-        return low + (high - low) * (static_cast<double>(random()) / 4294967296.0);
+        return qnOutlines::uniform(random, low, high);
     };
     std::vector<NamedOutline> curves;
     for (int lobes = 2; lobes <= 14; lobes += 3) {
@@ -45,27 +45,21 @@ std::vector<NamedOutline> crossingCurves(unsigned seed)
                                   return qcVector<2>(size, qcRadian(t)) +
                                          qcVector<2>(size * reach, qcRadian(sign * turns * t));
                               })});
-        double const a = lobes, b = lobes + 1, phase = uniform(0.1, 1.4);
-        curves.push_back({"Lissajous " + std::to_string(lobes),
-                          sampled(static_cast<std::size_t>(41 * lobes), [&](double t) {
-                              return qcVector<2>(size * std::sin(a * t + phase),
-                                                 size * std::sin(b * t));
-                          })});
-        std::vector<qcVector<2>> waves;
+        Points waves;
         for (int wave = 0; wave < 2 * lobes; ++wave)
-            waves.push_back(qcVector<2>(uniform(0.2, 1), qcRadian(uniform(0, kTurn))) * size);
-        curves.push_back({"waves " + std::to_string(lobes),
-                          sampled(static_cast<std::size_t>(40 * lobes), [&](double t) {
-                              qcVector<2> p;
-                              for (int w = 0; w < 2 * lobes; ++w) {
-                                  auto const& wave = waves[static_cast<std::size_t>(w)];
-                                  double const turnsNow = (w % 2 ? -1 : 1) * (w / 2 + 1);
-                                  p +=
-                                      qcVector<2>(wave.len() / (w / 2 + 1),
-                                                  qcRadian(turnsNow * t + wave.angle().toDouble()));
-                              }
-                              return p;
-                          })});
+            waves.emplace_back(size * uniform(0.2, 1) / (wave / 2 + 1),
+                               qcRadian(uniform(0, kTurn)));
+        auto const sum = [&](double t) {
+            qcVector<2> p;
+            for (int wave = 0; wave < 2 * lobes; ++wave) {
+                double const turned = (wave % 2 ? -1 : 1) * (wave / 2 + 1) * t;
+                p += qcMatrix<2>(qcRadian(turned), qcRadian(turned), 1, 1) *
+                     waves[static_cast<std::size_t>(wave)];
+            }
+            return p;
+        };
+        curves.push_back(
+            {"waves " + std::to_string(lobes), sampled(static_cast<std::size_t>(40 * lobes), sum)});
     }
     return curves;
 }

@@ -38,8 +38,8 @@ inline Hole holeOf(Points const& outline)
 /// The figure as a region; its holes, to any depth, are held by it alone.
 qcRegion regionOf(Figure const& figure);
 
-/// Outlines that cross themselves from once to a few hundred times: trochoids, Lissajous figures and
-/// random sums of waves. The same for the same seed.
+/// Outlines that cross themselves from once to a few hundred times: trochoids and random sums of
+/// waves. The same for the same seed.
 std::vector<NamedOutline> crossingCurves(unsigned seed);
 
 }  // namespace qnTest

@@ -256,28 +256,6 @@ TEST_F(Command, ShowsArchivesWithoutLoadingThem)
             "    hole 1: object 3, qcRegion [qcRegion 1, qcContour 1], 4 points, 0 holes, 99 "
             "bytes at 122\n");
     EXPECT_EQ(json::parse(run("archive s.cntr --json").out)["records"][2]["counts"]["points"], 4);
-    // Cut at every byte, and every byte changed: both readers say so or find a sound archive.
-    std::vector<unsigned char> const bytes(good.begin(), good.end());
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-        auto const tree = qnTool::readArchiveTree({bytes.begin(), bytes.begin() + long(i)}, 100);
-        EXPECT_NE(tree.fault, "") << i;
-        for (int const change : {1, 2, 128, 255}) {
-            auto changed = bytes;
-            changed[i] = static_cast<unsigned char>(changed[i] ^ change);
-            bool loads = true;
-            try {
-                qcMemoryArchive archive(changed);
-                while (archive.remaining() > 0) {
-                    qcPersistent* loaded = nullptr;
-                    qcPersistent::serializePointer(archive, nullptr, loaded);
-                }
-            } catch (qcException const&) {
-                loads = false;
-            }
-            auto const fault = qnTool::readArchiveTree(changed, 100).fault;
-            EXPECT_TRUE(fault.empty() || !loads) << i << ' ' << change << ' ' << fault;
-        }
-    }
     write("cut.cntr", good.substr(0, good.size() - 5));
     auto const cut = run("archive cut.cntr");
     EXPECT_TRUE(cut.status == 3 && holds(cut.out, "incomplete")) << cut.out;
