@@ -60,9 +60,9 @@ TEST(ContourNonFinite, ManyVerticesAnswerAPlaceThatIsNotFinite)
         for (qcVector<2> const& place : {qcVector<2>(odd, 1), {1, odd}, {odd, odd}}) {
             OpenContour const contour(outline.points, true);
             EXPECT_EQ(contour.closestPoint(place, false),
-                      qnPlain::closestPoint(outline.points, true, place));
+                      qnPlain::Contour(outline.points).closestPoint(place, false));
             EXPECT_EQ(contour.closestVertexIndex(place),
-                      qnPlain::closestVertexIndex(outline.points, place));
+                      qnPlain::Contour(outline.points).closestVertexIndex(place));
         }
     // Coordinates whose differences leave the range of double, asked often enough for an index.
     double const size = 1.7e308;

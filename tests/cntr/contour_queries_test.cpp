@@ -43,7 +43,7 @@ TEST(ContourQueries, AnswerAsThePlainStepsDo)
         Points crossings;
         for (auto const& edge : qnPlain::edges(other.points, other.closed))
             for (auto const& p :
-                 qnPlain::crossings(outline.points, outline.closed, edge, true).points)
+                 qnPlain::Contour(outline.points, outline.closed).intersections(edge, true))
                 crossings.push_back(p);
         EXPECT_EQ(contour.intersections(qcContour(other.points, other.closed)), crossings);
     }

@@ -95,7 +95,7 @@ TEST(EdgeIndex, NearestIsThatOfAllEdgesAndVertices)
             EXPECT_EQ(edges.begin() + long(nearestEdge(index, outline.points, place).index),
                       nearest);
             EXPECT_EQ(long(nearestVertex(index, outline.points, place).index),
-                      qnPlain::closestVertexIndex(outline.points, place));
+                      qnPlain::Contour(outline.points).closestVertexIndex(place));
         }
     });
 }
@@ -176,7 +176,7 @@ TEST(EdgeIndex, FarthestPairAndSelfCrossingAreThoseOfAllPairs)
         auto const plain = farthestPair(outline.points);
         expectEqual(farthestPair(outline.points, index), plain);
         expectEqual(farthestPairOnHull(outline.points).value_or(plain), plain);
-        bool const crosses = qnPlain::isSelfIntersecting(outline.points, outline.closed);
+        bool const crosses = qnPlain::Contour(outline.points, outline.closed).isSelfIntersecting();
         EXPECT_EQ(anyEdgeMeetsAnother(index, outline.points, outline.closed), crosses);
         ++(crosses ? crossing : simple);
     });

@@ -38,6 +38,40 @@ struct Sheet {
     void add(char const* name, int v) { add(name, static_cast<double>(v)); }
 };
 
+/// Of the library's contour or the plain one.
+template <class Contour>
+Answers answersOf(Contour const& c, Questions const& questions)
+{
+    Sheet sheet;
+    sheet.add("length", c.length());
+    sheet.add("farthest pair", c.encloseCircle(qcContourDefs::eFarthestPair));
+    sheet.add("first point", c.encloseCircle(qcContourDefs::eFromFirstPoint));
+    sheet.add("crosses itself", c.isSelfIntersecting() ? 1.0 : 0.0);
+    if (c.points().size() < 2)
+        return sheet.list;
+    sheet.add("mean position", c.meanPosition());
+    sheet.add("median edge", c.medianFeatureSize());
+    for (auto const& place : questions.places) {
+        sheet.add("closest vertex", c.closestVertexIndex(place));
+        sheet.add("closest point", c.closestPoint(place, false));
+        sheet.add("closest vertex position", c.closestPoint(place, true));
+        sheet.add("distance", c.distToPoint(place, false));
+        for (double const tolerance : questions.tolerances)
+            sheet.add("vertices near", c.vertexIndex(place, tolerance));
+    }
+    for (auto const& segment : questions.segments)
+        for (bool const touchingEnds : {false, true}) {
+            std::vector<int> edges{7};
+            sheet.add("crossings", c.intersections(segment, edges, touchingEnds));
+            sheet.add("edges crossed", edges);
+        }
+    for (double const angle : questions.angles)
+        sheet.add("extremal vertex", c.extremalVertexIndex(qcRadian(angle)));
+    for (auto const& xform : questions.xforms)
+        sheet.add("rectangle", c.encloseRect(xform));
+    return sheet.list;
+}
+
 }  // namespace
 
 Questions questionsAbout(Outline const& outline, std::mt19937& random)
@@ -78,72 +112,14 @@ Questions questionsAbout(Outline const& outline, std::mt19937& random)
     return questions;
 }
 
-Answers ask(OpenContour const& c, Questions const& questions)
+Answers ask(OpenContour const& contour, Questions const& questions)
 {
-    Sheet sheet;
-    sheet.add("length", c.length());
-    sheet.add("farthest pair", c.encloseCircle(qcContourDefs::eFarthestPair));
-    sheet.add("first point", c.encloseCircle(qcContourDefs::eFromFirstPoint));
-    sheet.add("crosses itself", c.isSelfIntersecting() ? 1.0 : 0.0);
-    if (c.points().size() < 2)
-        return sheet.list;
-    sheet.add("mean position", c.meanPosition());
-    sheet.add("median edge", c.medianFeatureSize());
-    for (auto const& place : questions.places) {
-        sheet.add("closest vertex", c.closestVertexIndex(place));
-        sheet.add("closest point", c.closestPoint(place, false));
-        sheet.add("closest vertex position", c.closestPoint(place, true));
-        sheet.add("distance", c.distToPoint(place, false));
-        for (double const tolerance : questions.tolerances)
-            sheet.add("vertices near", c.vertexIndex(place, tolerance));
-    }
-    for (auto const& segment : questions.segments)
-        for (bool const touchingEnds : {false, true}) {
-            std::vector<int> edges{7};
-            sheet.add("crossings", c.intersections(segment, edges, touchingEnds));
-            sheet.add("edges crossed", edges);
-        }
-    for (double const angle : questions.angles)
-        sheet.add("extremal vertex", c.extremalVertexIndex(qcRadian(angle)));
-    for (auto const& xform : questions.xforms)
-        sheet.add("rectangle", c.encloseRect(xform));
-    return sheet.list;
+    return answersOf(contour, questions);
 }
 
 Answers askPlain(Outline const& outline, Questions const& questions)
 {
-    auto const& points = outline.points;
-    bool const closed = outline.closed;
-    Sheet sheet;
-    sheet.add("length", qnPlain::length(points, closed));
-    sheet.add("farthest pair", qnPlain::farthestPairCircle(points));
-    sheet.add("first point", qnPlain::firstPointCircle(points));
-    sheet.add("crosses itself", qnPlain::isSelfIntersecting(points, closed) ? 1.0 : 0.0);
-    if (points.size() < 2)
-        return sheet.list;
-    sheet.add("mean position", qnPlain::meanPosition(points, closed));
-    sheet.add("median edge", qnPlain::medianFeatureSize(points, closed));
-    for (auto const& place : questions.places) {
-        long const nearest = qnPlain::closestVertexIndex(points, place);
-        qcVector<2> const closest = qnPlain::closestPoint(points, closed, place);
-        sheet.add("closest vertex", nearest);
-        sheet.add("closest point", closest);
-        sheet.add("closest vertex position", points[static_cast<std::size_t>(nearest)]);
-        sheet.add("distance", closest.distance(place));
-        for (double const tolerance : questions.tolerances)
-            sheet.add("vertices near", qnPlain::vertexIndex(points, place, tolerance));
-    }
-    for (auto const& segment : questions.segments)
-        for (bool const touchingEnds : {false, true}) {
-            auto const hits = qnPlain::crossings(points, closed, segment, touchingEnds);
-            sheet.add("crossings", hits.points);
-            sheet.add("edges crossed", hits.edges);
-        }
-    for (double const angle : questions.angles)
-        sheet.add("extremal vertex", qnPlain::extremalVertexIndex(points, angle));
-    for (auto const& xform : questions.xforms)
-        sheet.add("rectangle", qnPlain::encloseRect(points, xform));
-    return sheet.list;
+    return answersOf(qnPlain::Contour(outline.points, outline.closed), questions);
 }
 
 std::string difference(Answers const& a, Answers const& b)

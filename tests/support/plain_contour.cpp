@@ -47,18 +47,18 @@ std::vector<qcLineSeg> edges(Points const& p, bool closed)
     return all;
 }
 
-double length(Points const& points, bool closed)
+double Contour::length() const
 {
     double sum = 0;
-    for (auto const& edge : edges(points, closed))
+    for (auto const& edge : edges(points_, closed_))
         sum += edge.p1().distance(edge.p2());
     return sum;
 }
 
-qcVector<2> meanPosition(Points const& points, bool closed)
+qcVector<2> Contour::meanPosition() const
 {
     double total = 0, mx = 0, my = 0;
-    for (auto const& edge : edges(points, closed)) {
+    for (auto const& edge : edges(points_, closed_)) {
         double const d = (edge.p2() - edge.p1()).len();
         total += d;
         mx += (edge.p1().x() + edge.p2().x()) * 0.5 * d;
@@ -67,10 +67,10 @@ qcVector<2> meanPosition(Points const& points, bool closed)
     return {mx * (1 / total), my * (1 / total)};
 }
 
-double medianFeatureSize(Points const& points, bool closed)
+double Contour::medianFeatureSize() const
 {
     std::vector<double> lengths;
-    for (auto const& edge : edges(points, closed))
+    for (auto const& edge : edges(points_, closed_))
         lengths.push_back(edge.p1().distance(edge.p2()));
     // Largest first; NaN, which is in no order with numbers, after all of them.
     std::sort(lengths.begin(), lengths.end(),
@@ -78,23 +78,25 @@ double medianFeatureSize(Points const& points, bool closed)
     return lengths[lengths.size() / 2];
 }
 
-long closestVertexIndex(Points const& points, qcVector<2> const& place)
+long Contour::closestVertexIndex(qcVector<2> const& place) const
 {
     double best = HUGE_VAL;
     long index = 0;
-    for (std::size_t i = 0; i < points.size(); ++i)
-        if (double const d = place.distance(points[i]); d < best) {
+    for (std::size_t i = 0; i < points_.size(); ++i)
+        if (double const d = place.distance(points_[i]); d < best) {
             best = d;
             index = static_cast<long>(i);
         }
     return index;
 }
 
-qcVector<2> closestPoint(Points const& points, bool closed, qcVector<2> const& place)
+qcVector<2> Contour::closestPoint(qcVector<2> const& place, bool verticesOnly) const
 {
+    if (verticesOnly)
+        return points_[static_cast<std::size_t>(closestVertexIndex(place))];
     qcVector<2> result;
     double best = HUGE_VAL;
-    for (auto const& edge : edges(points, closed)) {
+    for (auto const& edge : edges(points_, closed_)) {
         double const d = edge.distToPoint(place);
         if (!(d < best))
             continue;
@@ -106,13 +108,18 @@ qcVector<2> closestPoint(Points const& points, bool closed, qcVector<2> const& p
     return result;
 }
 
-std::vector<int> vertexIndex(Points const& points, qcVector<2> const& place, double tolerance)
+double Contour::distToPoint(qcVector<2> const& place, bool verticesOnly) const
+{
+    return closestPoint(place, verticesOnly).distance(place);
+}
+
+std::vector<int> Contour::vertexIndex(qcVector<2> const& place, double tolerance) const
 {
     if (!(tolerance > 0))
         return {};
     std::map<std::pair<long, long>, std::vector<int>> grid;
-    for (std::size_t k = 0; k < points.size(); ++k)
-        grid[{cell(points[k].x(), tolerance), cell(points[k].y(), tolerance)}].push_back(
+    for (std::size_t k = 0; k < points_.size(); ++k)
+        grid[{cell(points_[k].x(), tolerance), cell(points_[k].y(), tolerance)}].push_back(
             static_cast<int>(k));
     std::vector<int> found;
     long const ci = cell(place.x(), tolerance), cj = cell(place.y(), tolerance);
@@ -120,14 +127,14 @@ std::vector<int> vertexIndex(Points const& points, qcVector<2> const& place, dou
         for (long j = cj - 1; j <= cj + 1; ++j)
             if (auto const here = grid.find({i, j}); here != grid.end())
                 for (int k : here->second)
-                    if (points[static_cast<std::size_t>(k)].distance(place) < tolerance)
+                    if (points_[static_cast<std::size_t>(k)].distance(place) < tolerance)
                         found.push_back(k);
     return found;
 }
 
-long extremalVertexIndex(Points const& points, double angle)
+long Contour::extremalVertexIndex(qcRadian angle) const
 {
-    qcVector<2> const d(std::cos(angle), std::sin(angle));
+    qcVector<2> const d(std::cos(angle.toDouble()), std::sin(angle.toDouble()));
     auto const score = [&](qcVector<2> const& p) {
         if (qfRealEq(d, {1, 0}, 1e-15))
             return p.x();
@@ -141,22 +148,24 @@ long extremalVertexIndex(Points const& points, double angle)
     };
     double best = -1.7976931348623157e308;
     long index = -1;
-    for (std::size_t i = 0; i < points.size(); ++i)
-        if (score(points[i]) > best) {
-            best = score(points[i]);
+    for (std::size_t i = 0; i < points_.size(); ++i)
+        if (score(points_[i]) > best) {
+            best = score(points_[i]);
             index = static_cast<long>(i);
         }
     return index;
 }
 
-Crossings crossings(Points const& points, bool closed, qcLineSeg const& segment, bool touchingEnds)
+Points Contour::intersections(qcLineSeg const& segment, std::vector<int>& met,
+                              bool touchingEnds) const
 {
     qcVector<2> const a = segment.p1(), b = segment.p2();
     qcRect const r = at(b).enclose(at(a));
-    Crossings hits;
-    if (!overlap(encloseRect(points, qcXform<2>()), r))
+    Points hits;
+    met.clear();
+    if (!overlap(encloseRect(qcXform<2>()), r))
         return hits;
-    auto const all = edges(points, closed);
+    auto const all = edges(points_, closed_);
     for (std::size_t k = 0; k < all.size(); ++k) {
         qcLineSeg const& edge = all[k];
         if (qfRealEq(edge.p1(), edge.p2(), 1e-15) ||
@@ -167,61 +176,61 @@ Crossings crossings(Points const& points, bool closed, qcLineSeg const& segment,
             continue;
         qcVector<2> const p = edge.line().intersect(segment.line()).position();
         if (edge.distToPoint(p) < 1e-6 && segment.distToPoint(p) < 1e-6) {
-            hits.points.push_back(p);
-            hits.edges.push_back(static_cast<int>(k));
+            hits.push_back(p);
+            met.push_back(static_cast<int>(k));
         }
     }
-    auto const key = [&](std::size_t i) { return (hits.points[i] - a) * (b - a); };
-    for (std::size_t i = 0; i + 1 < hits.points.size(); ++i)
-        for (std::size_t j = i + 1; j < hits.points.size(); ++j)
+    auto const key = [&](std::size_t i) { return (hits[i] - a) * (b - a); };
+    for (std::size_t i = 0; i + 1 < hits.size(); ++i)
+        for (std::size_t j = i + 1; j < hits.size(); ++j)
             if (key(i) > key(j)) {
-                std::swap(hits.points[i], hits.points[j]);
-                std::swap(hits.edges[i], hits.edges[j]);
+                std::swap(hits[i], hits[j]);
+                std::swap(met[i], met[j]);
             }
     return hits;
 }
 
-bool isSelfIntersecting(Points const& points, bool closed)
+Points Contour::intersections(qcLineSeg const& segment, bool touchingEnds) const
 {
-    for (auto const& edge : edges(points, closed))
-        if (!qfRealEq(edge.p1(), edge.p2(), 1e-15) &&
-            !crossings(points, closed, edge, false).points.empty())
+    std::vector<int> unused;
+    return intersections(segment, unused, touchingEnds);
+}
+
+bool Contour::isSelfIntersecting() const
+{
+    for (auto const& edge : edges(points_, closed_))
+        if (!qfRealEq(edge.p1(), edge.p2(), 1e-15) && !intersections(edge, false).empty())
             return true;
     return false;
 }
 
-qcRect encloseRect(Points const& points, qcXform<2> const& xform)
+qcRect Contour::encloseRect(qcXform<2> const& xform) const
 {
     bool const identity =
         qfRealEq(xform.trans(), {0, 0}, 1e-15) && qfRealEq(xform.matrix(), qcMatrix<2>(), 1e-15);
     auto const place = [&](qcVector<2> const& p) { return identity ? p : xform * p; };
-    qcRect rect = at(place(points.at(0)));
-    for (auto const& p : points)
+    qcRect rect = at(place(points_.at(0)));
+    for (auto const& p : points_)
         rect = rect.enclose(at(place(p)));
     return rect;
 }
 
-qcCircle farthestPairCircle(Points const& points)
+qcCircle Contour::encloseCircle(qcContourDefs::DiameterMode mode) const
 {
     qcCircle circle;
     double best = 0;
-    for (auto const& p : points)
-        for (auto const& q : points)
+    if (mode == qcContourDefs::eFromFirstPoint && !points_.empty()) {
+        for (auto const& p : points_)
+            best = std::max(best, points_[0].distance(p));
+        return {points_[0], best};
+    }
+    for (auto const& p : points_)
+        for (auto const& q : points_)
             if (double const d = p.distance(q); d > best) {
                 best = d;
                 circle = qcCircle((p + q) * 0.5, d * 0.5);
             }
     return circle;
-}
-
-qcCircle firstPointCircle(Points const& points)
-{
-    if (points.empty())
-        return {};
-    double r = 0;
-    for (auto const& p : points)
-        r = points[0].distance(p) > r ? points[0].distance(p) : r;
-    return {points[0], r};
 }
 
 /// By sums over the edges: exact in principle, and nothing like a fan of triangles.

@@ -2,6 +2,7 @@
 /// shortcuts: what the library is compared with, bit for bit (moments up to rounding).
 #pragma once
 
+#include <cntr/contour_defs.h>
 #include <cntr/moments.h>
 
 #include <qc/core/line.h>
@@ -15,29 +16,36 @@ namespace qnPlain {
 
 using Points = std::vector<qcVector<2>>;
 
-/// Where a segment meets the edges of a contour, ordered along it, and which edges.
-struct Crossings {
-    Points points;
-    std::vector<int> edges;
-};
-
 std::vector<qcLineSeg> edges(Points const& points, bool closed);
 
-double length(Points const& points, bool closed);
-qcVector<2> meanPosition(Points const& points, bool closed);
-double medianFeatureSize(Points const& points, bool closed);
+/// The queries of a contour by their names there. It refers to the points that it is made of.
+class Contour {
+public:
+    explicit Contour(Points const& points, bool closed = true) : points_(points), closed_(closed) {}
 
-long closestVertexIndex(Points const& points, qcVector<2> const& place);
-qcVector<2> closestPoint(Points const& points, bool closed, qcVector<2> const& place);
-std::vector<int> vertexIndex(Points const& points, qcVector<2> const& place, double tolerance);
-long extremalVertexIndex(Points const& points, double angle);
+    Points const& points() const { return points_; }
+    double length() const;
+    qcVector<2> meanPosition() const;
+    double medianFeatureSize() const;
 
-Crossings crossings(Points const& points, bool closed, qcLineSeg const& segment, bool touchingEnds);
-bool isSelfIntersecting(Points const& points, bool closed);
+    long closestVertexIndex(qcVector<2> const& place) const;
+    qcVector<2> closestPoint(qcVector<2> const& place, bool verticesOnly) const;
+    double distToPoint(qcVector<2> const& place, bool verticesOnly) const;
+    std::vector<int> vertexIndex(qcVector<2> const& place, double tolerance) const;
+    long extremalVertexIndex(qcRadian angle) const;
 
-qcRect encloseRect(Points const& points, qcXform<2> const& xform);
-qcCircle farthestPairCircle(Points const& points);
-qcCircle firstPointCircle(Points const& points);
+    /// Ordered along the segment; `met` becomes the edges that it meets.
+    Points intersections(qcLineSeg const& segment, std::vector<int>& met, bool touchingEnds) const;
+    Points intersections(qcLineSeg const& segment, bool touchingEnds) const;
+    bool isSelfIntersecting() const;
+
+    qcRect encloseRect(qcXform<2> const& xform) const;
+    qcCircle encloseCircle(qcContourDefs::DiameterMode mode) const;
+
+private:
+    Points const& points_;
+    bool closed_;
+};
 
 qc_InertiaData inertiaDataPolygon(Points const& points);
 

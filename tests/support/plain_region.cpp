@@ -23,7 +23,7 @@ qcVector<2> const& edgeStart(Points const& p, std::size_t k)
 std::size_t meetings(Points const& outline, qcVector<2> const& a, qcVector<2> const& b,
                      bool touchingEnds)
 {
-    return crossings(outline, true, qcLineSeg(a, b), touchingEnds).points.size();
+    return Contour(outline).intersections(qcLineSeg(a, b), touchingEnds).size();
 }
 
 /// Vertices nearer than a millionth, in the order in which the grid holds them.
@@ -31,7 +31,7 @@ std::vector<std::size_t> sameVertices(Points const& points, qcVector<2> const& p
 {
     if (points.size() < 2)
         throw qcContourDefs::EmptyContour();
-    auto const found = vertexIndex(points, place, 1e-6);
+    auto const found = Contour(points).vertexIndex(place, 1e-6);
     return {found.begin(), found.end()};
 }
 
@@ -96,7 +96,7 @@ bool joinOnce(std::vector<Points>& loops)
 
 long insideCount(Points const& outline, qcVector<2> const& point, bool twoRays)
 {
-    if (!encloseRect(outline, qcXform<2>()).within(point))
+    if (!Contour(outline).encloseRect(qcXform<2>()).within(point))
         return 0;
     std::vector<double> angles;
     for (auto const& vertex : outline) {
@@ -114,7 +114,8 @@ long insideCount(Points const& outline, qcVector<2> const& point, bool twoRays)
             break;
         }
     }
-    qcVector<2> const reach = direction * (2 * firstPointCircle(outline).radius());
+    qcVector<2> const reach =
+        direction * (2 * Contour(outline).encloseCircle(qcContourDefs::eFromFirstPoint).radius());
     std::size_t count = meetings(outline, point, point + reach, false);
     if (twoRays)
         count = std::min(count, meetings(outline, point, point - reach, false));
@@ -132,11 +133,11 @@ bool inside(Figure const& figure, qcVector<2> const& point, bool considerHoles)
 
 NamedVertex closestVertex(Figure const& figure, qcVector<2> const& point, bool considerHoles)
 {
-    NamedVertex closest{-1, closestVertexIndex(figure.outline, point)};
+    NamedVertex closest{-1, Contour(figure.outline).closestVertexIndex(point)};
     double best = point.distance(figure.outline[static_cast<std::size_t>(closest.index)]);
     for (std::size_t h = 0; considerHoles && h < figure.holes.size(); ++h) {
         Points const& hole = figure.holes[h].outline;
-        long const index = closestVertexIndex(hole, point);
+        long const index = Contour(hole).closestVertexIndex(point);
         double const d = point.distance(hole[static_cast<std::size_t>(index)]);
         if (d < best) {
             best = d;
@@ -154,9 +155,9 @@ qcVector<2> closestPoint(Figure const& figure, qcVector<2> const& point, bool ve
         return (which < 0 ? figure : figure.holes[static_cast<std::size_t>(which)])
             .outline[static_cast<std::size_t>(index)];
     }
-    qcVector<2> best = closestPoint(figure.outline, true, point);
+    qcVector<2> best = Contour(figure.outline).closestPoint(point, false);
     for (auto const& hole : figure.holes) {
-        qcVector<2> const candidate = closestPoint(hole.outline, true, point);
+        qcVector<2> const candidate = Contour(hole.outline).closestPoint(point, false);
         if (point.distance(candidate) < point.distance(best))
             best = candidate;
     }
@@ -188,7 +189,7 @@ qcVector<2> centerOfMass(Figure const& figure, bool considerHoles)
 
 long startEdge(Points const& p)
 {
-    double const e = 0.01 * medianFeatureSize(p, true);
+    double const e = 0.01 * Contour(p).medianFeatureSize();
     for (std::size_t i = 0; i + 1 < p.size(); ++i) {
         qcVector<2> const u = (p[i] - p[i + 1]).unit();
         qcVector<2> const m = (p[i] + p[i + 1]) * 0.5;
@@ -215,16 +216,17 @@ Points boundaryWalk(Points const& p)
     std::size_t k = s + 1;
     bool forward = true;
     Points walked;
+    std::vector<int> met;
     std::set<std::tuple<double, double, std::size_t, bool>> seen;
     do {
         if (!seen.emplace(c.x(), c.y(), k, forward).second)
             throw qcContourDefs::BadParams(L"invalid contour");
         qcVector<2> const t = forward ? p[k] : p[(k + n - 1) % n];
-        auto const crossed = crossings(p, true, qcLineSeg(c, t), false);
-        if (!crossed.points.empty()) {
-            c = crossed.points[0];
+        auto const crossed = Contour(p).intersections(qcLineSeg(c, t), met, false);
+        if (!crossed.empty()) {
+            c = crossed[0];
             forward = !forward;
-            k = static_cast<std::size_t>(crossed.edges[0]);
+            k = static_cast<std::size_t>(met[0]);
         } else {
             c = t;
             k = (forward ? k + 1 : k + n - 1) % n;
@@ -248,14 +250,15 @@ Points splice(Points const& first, Points const& second)
     for (std::size_t i = 0; i < first.size(); ++i) {
         if (qfRealEq(edgeStart(first, i), first[i], 1e-15))
             continue;
+        std::vector<int> met;
         auto const crossed =
-            crossings(second, true, qcLineSeg(edgeStart(first, i), first[i]), true);
-        if (crossed.points.empty())
+            Contour(second).intersections(qcLineSeg(edgeStart(first, i), first[i]), met, true);
+        if (crossed.empty())
             continue;
-        Points list{crossed.points[0]};
+        Points list{crossed[0]};
         appendRound(list, first, i, i + first.size());
-        list.push_back(crossed.points[0]);
-        auto const j = static_cast<std::size_t>(crossed.edges[0]);
+        list.push_back(crossed[0]);
+        auto const j = static_cast<std::size_t>(met[0]);
         appendRound(list, second, j, j + second.size());
         return list;
     }

@@ -10,7 +10,7 @@ namespace {
 bool meet(Points const& first, Points const& second)
 {
     for (auto const& edge : edges(second, true))
-        if (!crossings(first, true, edge, true).points.empty())
+        if (!Contour(first).intersections(edge, true).empty())
             return true;
     return false;
 }
@@ -80,7 +80,7 @@ double distToPoint(Set const& set, qcVector<2> const& point, bool verticesOnly, 
 bool isSelfIntersecting(Set const& set)
 {
     for (std::size_t i = 0; i < set.size(); ++i) {
-        if (isSelfIntersecting(set[i].outline, true))
+        if (Contour(set[i].outline).isSelfIntersecting())
             return true;
         for (std::size_t j = i + 1; j < set.size(); ++j)
             if (meet(set[i].outline, set[j].outline))
@@ -91,9 +91,9 @@ bool isSelfIntersecting(Set const& set)
 
 qcRect encloseRect(Set const& set, qcXform<2> const& xform)
 {
-    qcRect rect = encloseRect(set.front().outline, xform);
+    qcRect rect = Contour(set.front().outline).encloseRect(xform);
     for (auto const& figure : set)
-        rect = rect.enclose(encloseRect(figure.outline, xform));
+        rect = rect.enclose(Contour(figure.outline).encloseRect(xform));
     return rect;
 }
 
@@ -116,7 +116,7 @@ std::vector<Points> cleaned(Set const& set, bool hull)
         }
     }
     for (auto& outline : outlines)
-        if (isSelfIntersecting(outline, true))
+        if (Contour(outline).isSelfIntersecting())
             outline = hull ? outerHull(outline) : boundaryWalk(outline);
     return outlines;
 }
