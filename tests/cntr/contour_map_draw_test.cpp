@@ -32,8 +32,7 @@ TEST(ContourMap, KeepsStateAndLabelButNotTheBound)
 TEST(ContourMap, SetsOnlyTheContourPartOfARegion)
 {
     qcRegion target({{0, 0}, {9, 0}, {9, 9}});
-    qcPtrHandle_const<qcRegion> const hole(new qcRegion({{7, 1}, {8, 1}, {8, 2}}));
-    target.holes(std::vector<qcPtrHandle_const<qcRegion>>{hole});
+    target.holes({qcPtrHandle_const<qcRegion>(new qcRegion({{7, 1}, {8, 1}, {8, 2}}))});
     qcContour(Points{{0, 0}, {1, 2}}, false, 4).map(qcXform<2>::I, target);
     EXPECT_EQ(target.points(), (Points{{0, 0}, {1, 2}}));
     EXPECT_EQ(target.holes().size(), 1u);
@@ -68,10 +67,10 @@ TEST(ContourDraw, DrawsEveryEdgeInOrder)
         SCOPED_TRACE(outline.name);
         qcRecordingTablet tablet;
         qcColor const color(1, 2, 3);
-        int mode = 3;
-        qcContour(outline.points, outline.closed)
-            .draw(tablet, static_cast<qcContourDefs::DrawMode>(mode), color,
-                  qcUITablet::eImageLayer);
+        qcContour const contour(outline.points, outline.closed);
+        int const mode = outline.closed ? 3 : 0;
+        contour.draw(tablet, static_cast<qcContourDefs::DrawMode>(mode), color,
+                     qcUITablet::eImageLayer);
         auto const edges = qnPlain::edges(outline.points, outline.closed);
         ASSERT_EQ(tablet.segments().size(), edges.size());
         for (std::size_t k = 0; k < edges.size(); ++k) {
@@ -94,8 +93,7 @@ TEST(ContourHull, IsTheHullOfThePointsAsAClosedRegion)
         qfConvexHull(outline.points, expected);
         qcContour const contour(outline.points, outline.closed, 7);
         qcRegion hull({{0, 0}, {90, 0}, {90, 90}}), again;
-        hull.holes(std::vector<qcPtrHandle_const<qcRegion>>{
-            qcPtrHandle_const<qcRegion>(new qcRegion({{70, 5}, {80, 5}, {80, 6}}))});
+        hull.holes({qcPtrHandle_const<qcRegion>(new qcRegion({{70, 5}, {80, 5}, {80, 6}}))});
         hull.label(5);
         contour.convexHull(hull);
         qcContour(contour).convexHull(again);

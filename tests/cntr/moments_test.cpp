@@ -1,4 +1,4 @@
-// Areas, centres and second moments: known figures and sums over the edges.
+// Areas, centres and second moments: sums over the edges, and figures put together.
 #include "tests/support/outlines.h"
 #include "tests/support/plain_contour.h"
 #include "tests/support/rounds.h"
@@ -14,8 +14,6 @@ using qnTest::rounds;
 namespace {
 
 using Points = std::vector<qcVector<2>>;
-
-Points const kSquare{{0, 0}, {1, 0}, {1, 1}, {0, 1}};
 
 void expectRecord(qc_InertiaData const& data, qc_InertiaData const& expected, double tolerance)
 {
@@ -33,30 +31,6 @@ std::vector<double> numbers(qc_InertiaData const& data)
     auto const& m = data.inertiaMatrix();
     return {data.area(),     data.centerOfMass().x(), data.centerOfMass().y(), m.element(0, 0),
             m.element(0, 1), m.element(1, 0),         m.element(1, 1)};
-}
-
-TEST(Moments, KnownFiguresInEitherOrientation)
-{
-    struct {
-        Points points;
-        double area;
-        qcVector<2> center;
-        double m00, m01, m11;
-    } const cases[] = {
-        {kSquare, 1, {0.5, 0.5}, 1 / 12.0, 0, 1 / 12.0},
-        // Half a square, with a repeat.
-        {{{0, 0}, {1, 0}, {1, 0}, {1, 1}}, 0.5, {2 / 3.0, 1 / 3.0}, 1 / 36.0, 1 / 72.0, 1 / 36.0},
-    };
-    for (auto const& c : cases)
-        for (double const sign : {1.0, -1.0}) {
-            Points points = c.points;
-            if (sign < 0)
-                std::reverse(points.begin(), points.end());
-            qc_InertiaData const expected(sign * c.area, c.center, {c.m00, c.m01, c.m01, c.m11});
-            expectRecord(qf_InertiaDataPolygon(points), expected, 1e-14);
-            EXPECT_DOUBLE_EQ(qf_Area(points), c.area);
-            EXPECT_LT(qf_CenterOfMass(points).distance(c.center), 1e-14);
-        }
 }
 
 TEST(Moments, FollowThePlainStepsUpToRounding)
