@@ -50,11 +50,9 @@ TEST(InspectParts, FindsDiscsWithinATenthOfAPixel)
     ASSERT_EQ(parts.size(), discs.size());
     for (std::size_t k = 0; k < parts.size(); ++k) {
         qcVector<2> const center = regions[k]->centerOfMass(false);
-        auto const disc =
-            *std::min_element(discs.begin(), discs.end(), [&](Disc const& a, Disc const& b) {
-                return std::hypot(center.x() - a.x, center.y() - a.y) <
-                       std::hypot(center.x() - b.x, center.y() - b.y);
-            });
+        auto const disc = *std::find_if(discs.begin(), discs.end(), [&](Disc const& d) {
+            return center.distance({d.x, d.y}) < d.radius;
+        });
         SCOPED_TRACE(disc.x);
         EXPECT_EQ(parts[k].touchesBorder, disc.x == 150.0);
         // Blur of the pixels, the smoothing and the differences, of variance 1.5 in all, draws the
@@ -84,17 +82,12 @@ TEST(InspectParts, AgreesWithAFloodFromOpenCvOnEveryCoin)
     std::string line;
     std::getline(file, line);
     std::set<unsigned long> met;
-    while (std::getline(file, line)) {
-        double area = 0, x = 0, y = 0;
-        ASSERT_EQ(std::sscanf(line.c_str(), "%lf,%lf,%lf", &area, &x, &y), 3);
-        for (Measures const& m : measures) {
-            if (std::hypot(m.centroid.x() - x, m.centroid.y() - y) > 0.3)
-                continue;
-            met.insert(m.label);
-            EXPECT_NEAR(m.area, area, 0.01 * area) << m.label;
-            EXPECT_FALSE(m.touchesBorder) << m.label;
-        }
-    }
+    double area = 0, x = 0, y = 0;
+    while (std::getline(file, line) && std::sscanf(line.c_str(), "%lf,%lf,%lf", &area, &x, &y) == 3)
+        for (Measures const& m : measures)
+            if (m.centroid.distance({x, y}) < 0.3 && std::fabs(m.area - area) < 0.01 * area &&
+                !m.touchesBorder)
+                met.insert(m.label);
     EXPECT_EQ(met.size(), 24u);
 }
 

@@ -135,20 +135,22 @@ TEST(EllipseFit, HonoursItsParameters)
         EXPECT_EQ(thrownBy(qfEllipseFit, params, points), error);
 }
 
-TEST(EllipseFit, ResidualIsTheFirstOrderDistance)
+TEST(Fits, ResidualIsTheDistanceOfFirstOrder)
 {
-    // Pairs off a circle by +h and -h: the fit is symmetric, so the centre stays and the form is
-    // x^2 + y^2 - c, whose first-order distance is |r^2 - c| / 2r.
+    // Pairs off a circle by +h and -h: the fits are symmetric, so the centre stays.
     Points points;
     for (int i = 0; i < 40; ++i)
         points.emplace_back(i % 2 ? 11.0 : 9.0, qcRadian(i * kPi / 20));
-    qcEllipseFitResults r;
-    qfEllipseFit(ellipseParams(), points, r);
-    double const c = r.ellipse.radii().x() * r.ellipse.radii().x();
-    double const in = (81.0 - c) / 18.0;
-    double const out = (121.0 - c) / 22.0;
-    EXPECT_NEAR(r.residual, std::sqrt((in * in + out * out) / 2), 1e-10);
-    EXPECT_NEAR(c, 101.0, 1e-9);
+    qcCircleFitResults circle;
+    qfCircleFit(circleParams(), points, circle);
+    EXPECT_NEAR(circle.circle.radius(), 10, 1e-12);
+    EXPECT_NEAR(circle.residual, 1, 1e-12);
+    // The form is x^2 + y^2 - c, whose first-order distance is |r^2 - c| / 2r.
+    qcEllipseFitResults ellipse;
+    qfEllipseFit(ellipseParams(), points, ellipse);
+    EXPECT_NEAR(ellipse.ellipse.radii().x(), std::sqrt(101), 1e-10);
+    double const in = (81.0 - 101) / 18.0, out = (121.0 - 101) / 22.0;
+    EXPECT_NEAR(ellipse.residual, std::sqrt((in * in + out * out) / 2), 1e-10);
 }
 
 TEST(Fits, RefuseWhatIsNoSuchCurve)
@@ -200,14 +202,6 @@ TEST(CircleFit, FindsKnownCirclesAtEveryScaleAndPlace)
             EXPECT_NEAR((r.circle.center() / scale - center / scale).len(), 0.0, 10 * error);
             EXPECT_LT(r.residual / scale, 1e-14);
         }
-    // Pairs off a circle by +h and -h: the distances that remain.
-    Points points;
-    for (int i = 0; i < 40; ++i)
-        points.emplace_back(i % 2 ? 11.0 : 9.0, qcRadian(i * kPi / 20));
-    qcCircleFitResults r;
-    qfCircleFit(circleParams(), points, r);
-    EXPECT_NEAR(r.circle.radius(), 10, 1e-12);
-    EXPECT_NEAR(r.residual, 1, 1e-12);
 }
 
 TEST(CircleFit, HonoursItsParameters)
