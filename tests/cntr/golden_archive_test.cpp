@@ -5,7 +5,6 @@
 #include <cntr/cntrtmpl.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <random>
 
@@ -37,20 +36,15 @@ TEST(GoldenArchive, FilesOfEveryVersionComeBack)
 
 TEST(GoldenArchive, FactoriesStandInTheirOrder)
 {
-    std::vector<std::string> const order{"qcContourDefs::EmptyContour",
-                                         "qcContourDefs::EmptyRegionSet",
-                                         "qcContourDefs::BadParams",
-                                         "qcContourDefs::RegionCannotBeSetOpen",
-                                         "qcContour",
-                                         "qcRegion",
-                                         "qcRegionSet",
-                                         "qcContourT<qcEdgelet>",
-                                         "qcRegionT<qcEdgelet>",
-                                         "qcRegionSetT<qcEdgelet>"};
-    auto const registered = qcPersistent::registeredClasses();
-    auto const first = std::find(registered.begin(), registered.end(), order.front());
-    ASSERT_GE(registered.end() - first, 10);
-    EXPECT_EQ(std::vector<std::string>(first, first + 10), order);
+    std::string registered;
+    for (auto const& name : qcPersistent::registeredClasses())
+        registered += name + ' ';
+    EXPECT_NE(registered.find("qcContourDefs::EmptyContour qcContourDefs::EmptyRegionSet "
+                              "qcContourDefs::BadParams qcContourDefs::RegionCannotBeSetOpen "
+                              "qcContour qcRegion qcRegionSet qcContourT<qcEdgelet> "
+                              "qcRegionT<qcEdgelet> qcRegionSetT<qcEdgelet> "),
+              std::string::npos)
+        << registered;
 }
 
 /// A region with holes, some of them regions that are complete by now, once more.

@@ -26,13 +26,6 @@ void expectRecord(qc_InertiaData const& data, qc_InertiaData const& expected, do
             << i;
 }
 
-std::vector<double> numbers(qc_InertiaData const& data)
-{
-    auto const& m = data.inertiaMatrix();
-    return {data.area(),     data.centerOfMass().x(), data.centerOfMass().y(), m.element(0, 0),
-            m.element(0, 1), m.element(1, 0),         m.element(1, 1)};
-}
-
 TEST(Moments, FollowThePlainStepsUpToRounding)
 {
     auto outlines = randomised(21, rounds(450));
@@ -90,9 +83,9 @@ TEST(Moments, RecordsAddUpAndHolesAreTakenAway)
     }
     // A record of area 0 is neutral, whatever else it holds.
     qc_InertiaData const none(0, {7, 8}, {1, 2, 3, 4}), odd(-2, {1, 2}, {3, 4, 5, 6});
-    EXPECT_EQ(numbers(none + odd), numbers(odd));
-    EXPECT_EQ(numbers(odd + none), numbers(odd));
-    EXPECT_EQ(numbers(qc_InertiaData() + none), numbers(none));
+    expectRecord(none + odd, odd, 0);
+    expectRecord(odd + none, odd, 0);
+    expectRecord(qc_InertiaData() + none, none, 0);
     EXPECT_EQ((odd + qc_InertiaData(2, {5, 5}, {1, 0, 0, 1})).centerOfMass(), qcVector<2>(0, 0));
 }
 

@@ -11,31 +11,7 @@ using namespace qnTest;
 
 namespace {
 
-struct Cleaned {
-    Points points;
-    std::string error;
-    bool operator==(Cleaned const& other) const
-    {
-        return points == other.points && error == other.error;
-    }
-};
-
-void PrintTo(Cleaned const& cleaned, std::ostream* out)
-{
-    *out << cleaned.error;
-    for (auto const& p : cleaned.points)
-        *out << '(' << p.x() << ' ' << p.y() << ')';
-}
-
-template <class Make>
-Cleaned attempt(Make const& make)
-{
-    try {
-        return {make(), ""};
-    } catch (qcContourDefs::Errors const& error) {
-        return {{}, error.what()};
-    }
-}
+using Cleaned = std::pair<Points, std::string>;
 
 Cleaned regularized(Points const& outline)
 {

@@ -7,6 +7,7 @@
 
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace qnTest {
@@ -33,6 +34,17 @@ inline qcRegion regionOf(Points const& outline)
 inline Hole holeOf(Points const& outline)
 {
     return Hole(new qcRegion(outline, qcContourDefs::eIgnore));
+}
+
+/// What is made, or the text of the contour exception that prevented it.
+template <class Make>
+auto attempt(Make const& make) -> std::pair<decltype(make()), std::string>
+{
+    try {
+        return {make(), ""};
+    } catch (qcContourDefs::Errors const& error) {
+        return {{}, error.what()};
+    }
 }
 
 /// The figure as a region; its holes, to any depth, are held by it alone.
