@@ -1,11 +1,8 @@
 // Regularised outlines and outer hulls: known shapes, seeded curves and lattice outlines.
 #include "tests/support/regions.h"
 #include "tests/support/rounds.h"
-#include "tools/cntr/read_outlines.h"
 
 #include <gtest/gtest.h>
-
-#include <fstream>
 
 using namespace qnTest;
 
@@ -38,26 +35,6 @@ bool compare(Points const& outline)
 
 std::string const kInvalid = "invalid contour";
 std::string const kEmpty = "qcContourDefs::EmptyContour";
-
-TEST(RegionRegularize, RealOutlinesOffsetCrudely)
-{
-    int crossing = 0;
-    for (auto const* name : {"countries.wkt", "glyphs.wkt", "coins.csv"}) {
-        std::ifstream file(std::string(CNTR_EXAMPLE_DATA "/") + name);
-        for (auto const& [label, points, closed, holes, line] :
-             qnTool::readOutlines(file, name).outlines) {
-            SCOPED_TRACE(std::string(name) + ' ' + label);
-            double const size = qcContour(points).diameter(qcContourDefs::eFromFirstPoint);
-            Points offset;  // every vertex pushed aside, whatever that does to the outline
-            for (std::size_t i = 0, n = points.size(); i < n; ++i) {
-                auto const along = (points[(i + 1) % n] - points[(i + n - 1) % n]).unit();
-                offset.push_back(points[i] + qcVector<2>(-along.y(), along.x()) * (size * -0.03));
-            }
-            crossing += compare(offset);
-        }
-    }
-    EXPECT_GT(crossing, 20);
-}
 
 }  // namespace
 

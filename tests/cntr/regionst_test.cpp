@@ -242,12 +242,9 @@ TEST(RegionSet, AnswersAsThePlainSteps)
         auto figures = randomFigures(random);
         Regions regions;
         for (auto& figure : figures) {
-            try {
-                regions.push_back(Hole(new qcRegion(regionOf(figure))));
-            } catch (qcContourDefs::BadParams const&) {  // the hole meets the outline
-                figure.holes.clear();
-                regions.push_back(Hole(new qcRegion(regionOf(figure))));
-            }
+            if (!attempt([&] { return regionOf(figure); }).second.empty())
+                figure.holes.clear();  // which meet the outline
+            regions.push_back(Hole(new qcRegion(regionOf(figure))));
         }
         qcRegionSet const set(regions);
         qcXform<2> const xform(qcMatrix<2>(1, 0.25, -2, 3), {1, double(run)});
