@@ -1,6 +1,5 @@
 // Regions asked: points and nested holes, segments, areas and moments.
 #include "tests/support/outlines.h"
-#include "tests/support/plain_contour.h"
 #include "tests/support/regions.h"
 #include "tests/support/rounds.h"
 

@@ -1,6 +1,5 @@
 // Sets of regions: the list and its setters, caches and who hears of them, sums, merging.
 #include "tests/support/outlines.h"
-#include "tests/support/plain_regionst.h"
 #include "tests/support/regions.h"
 #include "tests/support/rounds.h"
 

@@ -1,6 +1,8 @@
 // The golden objects, and the old records composed by hand.
 #include "tests/support/golden_archives.h"
 
+#include "tests/support/regions.h"
+
 #include <cntr/cntrtmpl.h>
 
 #include <cstring>
@@ -11,13 +13,6 @@ namespace {
 using Plain = qcRegion;
 using Typed = qcRegionT<qcEdgelet>;
 using TypedContour = qcContourT<qcEdgelet>;
-using Points = std::vector<qcVector<2>>;
-using Handle = qcPtrHandle_const<qcRegion>;
-
-Points square(double x, double y, double half)
-{
-    return {{x - half, y - half}, {x + half, y - half}, {x + half, y + half}, {x - half, y + half}};
-}
 
 Root contour(Points const& points, bool closed, unsigned long label, long size)
 {
@@ -29,11 +24,11 @@ Root contour(Points const& points, bool closed, unsigned long label, long size)
 /// An island in one hole; the other hole stands in the list twice.
 Root regionWithHoles()
 {
-    auto* const region = new Plain(square(0, 0, 10));
+    auto* const region = new Plain(square(-10, -10, 20));
     Root const root = rootOf(region);
-    qcPtrHandle<Plain> const pond(new Plain(square(-4, 0, 3)));
-    pond->holes({Handle(new Plain(square(-4, 0, 1)))});
-    Handle const twice(new Plain(square(5, 5, 1.5)));
+    qcPtrHandle<Plain> const pond(new Plain(square(-7, -3, 6)));
+    pond->holes({holeOf(square(-5, -1, 2))});
+    Hole const twice = holeOf(square(3.5, 3.5, 3));
     region->holes({pond, twice, twice});
     region->label(4294967295UL);
     return root;
@@ -42,12 +37,12 @@ Root regionWithHoles()
 /// A shared region, a null entry, a hole that is a member as well, and a region with edge points.
 Root mixedSet()
 {
-    Handle const shared(new Plain(square(0, 0, 1)));
-    qcPtrHandle<Plain> const holder(new Plain(square(0, 0, 5)));
+    Hole const shared = holeOf(square(-1, -1, 2));
+    qcPtrHandle<Plain> const holder(new Plain(square(-5, -5, 10)));
     holder->holes({shared});
     qcPtrHandle<Typed> const typed(new Typed);
-    static_cast<Plain&>(*typed) = Plain(square(20, 0, 2));
-    Root root = rootOf(new qcRegionSet({shared, Handle(), holder, shared, typed}));
+    static_cast<Plain&>(*typed) = Plain(square(18, -2, 4));
+    Root root = rootOf(new qcRegionSet({shared, Hole(), holder, shared, typed}));
     dynamic_cast<qcRegionSet&>(*root.object).cachedVectorSize(0);
     return root;
 }
@@ -75,7 +70,7 @@ Root typedRegion()
 Root typedSet()
 {
     qcPtrHandle<Typed> const typed(new Typed);
-    static_cast<Plain&>(*typed) = Plain(square(1, 1, 1));
+    static_cast<Plain&>(*typed) = Plain(square(0, 0, 2));
     return rootOf(new qcRegionSetT<qcEdgelet>({typed, qcPtrHandle_const<Typed>(), typed}));
 }
 
@@ -100,9 +95,9 @@ Bytes setOfVersionZero()
 Root setOfVersionZeroExpected()
 {
     Root const roots[] = {versionZeroRegion({{0, 0}, {1, 0}, {0, 1}}), versionZeroRegion({{5, 5}})};
-    Handle const first(dynamic_cast<Plain*>(roots[0].object));
-    Handle const last(dynamic_cast<Plain*>(roots[1].object));
-    return rootOf(new qcRegionSet({first, Handle(), first, last}));
+    Hole const first(dynamic_cast<Plain*>(roots[0].object));
+    Hole const last(dynamic_cast<Plain*>(roots[1].object));
+    return rootOf(new qcRegionSet({first, Hole(), first, last}));
 }
 
 std::vector<Golden> oldRecords()

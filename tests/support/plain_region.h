@@ -1,14 +1,12 @@
-/// Questions about regions answered step by step on plain point lists, without caches, shortcuts or
-/// the region classes: what the library's answers are compared with, bit for bit.
+/// Questions about regions and sets of them answered step by step on plain point lists, without
+/// caches, shortcuts or the region classes: what the library's answers are compared with, bit for bit.
 #pragma once
 
-#include <qc/core/vector.h>
+#include "tests/support/plain_contour.h"
 
 #include <vector>
 
 namespace qnPlain {
-
-using Points = std::vector<qcVector<2>>;
 
 /// An outline with holes, which may have holes themselves.
 struct Figure {
@@ -46,5 +44,20 @@ Points outerHull(Points const& outline);
 /// Around one outline from its first crossing with the other, then around the other. Throws
 /// qcContourDefs::BadParams where they do not cross.
 Points splice(Points const& first, Points const& second);
+
+/// Several figures taken together.
+using Set = std::vector<Figure>;
+
+double area(Set const& set, bool considerHoles);
+qcVector<2> centerOfMass(Set const& set, bool considerHoles);
+qcMatrix<2> inertiaMatrix(Set const& set);  ///< of the outlines
+bool inside(Set const& set, qcVector<2> const& point, bool considerHoles);
+double distToPoint(Set const& set, qcVector<2> const& point, bool verticesOnly, bool considerHoles,
+                   bool insideIsZero);
+bool isSelfIntersecting(Set const& set);
+qcRect encloseRect(Set const& set, qcXform<2> const& xform);
+
+/// The outlines after the one merging pass, each then walked, or with `hull` cut to its hull.
+std::vector<Points> cleaned(Set const& set, bool hull);
 
 }  // namespace qnPlain
