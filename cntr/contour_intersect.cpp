@@ -210,8 +210,8 @@ std::vector<qcVector<2>> qcContour::intersections(qcContour const& other) const
 void qcContour::appendHits(qcContour const& other, EdgeIndex const& index,
                            std::vector<qcVector<2>>& found) const
 {
-    // One descent serves a long stretch of the other contour, its edges are then sifted twice.
-    constexpr std::size_t kStretch = 64;
+    // One descent serves a stretch of the other contour; where outlines fold, long ones reach far.
+    constexpr std::size_t kStretch = 16;
     constexpr std::size_t kRun = 8;
     bool const closed = other.isClosed();
     std::size_t const count = qnInternal::edgeCount(other.points_.size(), closed);
