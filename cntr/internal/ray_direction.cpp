@@ -75,8 +75,8 @@ private:
     qcVector<2> left_;
 };
 
-/// Replaces `angles` by those of the vertices seen in the wedge, ascending; false where they are more
-/// than `most`, and not all of them found.
+/// Replaces `angles` by those of the vertices seen in the wedge; false where they are more than `most`,
+/// and not all of them found.
 bool findAngles(std::vector<qcVector<2>> const& outline, EdgeIndex const& index, Wedge const& wedge,
                 std::size_t most, std::vector<double>& angles)
 {
@@ -87,8 +87,27 @@ bool findAngles(std::vector<qcVector<2>> const& outline, EdgeIndex const& index,
             for (std::size_t i = index.leafBegin(leaf); i < index.verticesEnd(leaf); ++i)
                 wedge.appendAngle(outline[i], angles);
         });
-    std::sort(angles.begin(), angles.end());
     return angles.size() <= most;
+}
+
+/// The angles from `from` up to some angle, ascending; gives that angle, which is `to` where they are
+/// not many. Where they are, it is one of the first that were found, no nearer than `narrow`.
+double findFirstAngles(std::vector<qcVector<2>> const& outline, EdgeIndex const& index,
+                       qcVector<2> const& point, double from, double to, double narrow,
+                       std::vector<double>& angles)
+{
+    constexpr std::size_t kMost = 64;
+    constexpr std::ptrdiff_t kFew = 8;
+    std::size_t most = kMost;
+    while (!findAngles(outline, index, Wedge(point, from, to), most, angles)) {
+        std::nth_element(angles.begin(), angles.begin() + kFew, angles.end());
+        double const nearer = angles[kFew];
+        if (to <= from + narrow)
+            most = outline.size();
+        to = std::max(from + narrow, std::min(nearer, from + (to - from) / 4));
+    }
+    std::sort(angles.begin(), angles.end());
+    return to;
 }
 
 }  // namespace
@@ -122,18 +141,13 @@ std::optional<qcVector<2>> rayDirection(std::vector<qcVector<2>> const& outline,
     double const wideEnough = qnAngle::kPi / static_cast<double>(outline.size());
     double const narrow =
         16 * wideEnough;  // eight average gaps, one of which is mostly wide enough
-    constexpr std::size_t kMost = 64;
     double width = narrow;
     std::optional<double> first;
     double previous = 0;
     std::vector<double> angles;
     for (double from = 0; from < kTurn;) {
-        double const to = from + std::min(width, kTurn / 4);
-        std::size_t const most = width > narrow ? kMost : outline.size();
-        if (!findAngles(outline, index, Wedge(point, from, to), most, angles)) {
-            width = std::max(width / 16, narrow);
-            continue;
-        }
+        double const to = findFirstAngles(outline, index, point, from,
+                                          from + std::min(width, kTurn / 4), narrow, angles);
         for (double const angle : angles) {
             if (!first)
                 first = angle;
@@ -141,8 +155,8 @@ std::optional<qcVector<2>> rayDirection(std::vector<qcVector<2>> const& outline,
                 return ray;
             previous = angle;
         }
+        width = 2 * (to - from);
         from = to;
-        width *= 2;
     }
     auto const last = first ? through(previous, *first, wideEnough) : std::nullopt;
     return last ? last : qcVector<2>(1, 0);
