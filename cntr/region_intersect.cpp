@@ -49,16 +49,22 @@ std::vector<qcVector<2>> qcRegion::crossings(qcContour const& other, bool consid
 
 bool qcRegion::outlineMeets(qcRegion const& other) const
 {
-    auto const box = outlineBox();
-    auto const otherBox = other.outlineBox();
-    if (box && otherBox && !qnInternal::overlap(*box, *otherBox))
+    // Boxes that are apart, where every coordinate can be compared, leave nothing to ask.
+    if (hasOutlineBox() && other.hasOutlineBox() &&
+        !qnInternal::overlap({bounds().min, bounds().max},
+                             {other.bounds().min, other.bounds().max}))
         return false;
     return !crossings(other, false).empty();
 }
 
+bool qcRegion::hasOutlineBox() const
+{
+    return points().size() >= 2 && bounds().finite;
+}
+
 std::optional<qnInternal::Box> qcRegion::outlineBox() const
 {
-    if (points().size() < 2 || !bounds().finite)
+    if (!hasOutlineBox())
         return std::nullopt;
     return qnInternal::Box{bounds().min, bounds().max};
 }

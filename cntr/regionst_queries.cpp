@@ -10,6 +10,13 @@
 #include <cmath>
 #include <limits>
 
+namespace {
+
+/// Up to so many regions all pairs are looked at in the time a tree is made (bench/set_bench.cpp).
+constexpr std::size_t kMaxPlainRegions = 16;
+
+}  // namespace
+
 double qcRegionSet::area(bool considerHoles) const
 {
     auto& cached = area_[considerHoles];
@@ -100,13 +107,21 @@ bool qcRegionSet::isSelfIntersecting() const
 
 bool qcRegionSet::anyTwoOutlinesMeet() const
 {
+    auto const meet = [this](std::size_t i, std::size_t j) {
+        return regions_[i]->outlineMeets(*regions_[j]);
+    };
+    if (regions_.size() <= kMaxPlainRegions) {
+        for (std::size_t i = 0; i < regions_.size(); ++i)
+            for (std::size_t j = i + 1; j < regions_.size(); ++j)
+                if (meet(i, j))
+                    return true;
+        return false;
+    }
     qnInternal::BoxTree const tree(outlineBoxes());
     std::vector<std::size_t> near;
     for (std::size_t i = 0; i < regions_.size(); ++i) {
-        qcRegion const& region = *regions_[i];
-        tree.collect(region.outlineBox(), i + 1, near);
-        if (std::any_of(near.begin(), near.end(),
-                        [&](std::size_t j) { return region.outlineMeets(*regions_[j]); }))
+        tree.collect(regions_[i]->outlineBox(), i + 1, near);
+        if (std::any_of(near.begin(), near.end(), [&](std::size_t j) { return meet(i, j); }))
             return true;
     }
     return false;

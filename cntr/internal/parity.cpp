@@ -74,14 +74,15 @@ void ParityCount::add(qcVector<2> const& from, qcVector<2> const& to)
         return;
     if (a.x() < -reach_ && b.x() < -reach_)
         return;
-    bool const spans = (a.y() > 0) != (b.y() > 0);
+    // 1 upwards and -1 downwards across the height of the point, else 0.
+    int const up = static_cast<int>(b.y() > 0) - static_cast<int>(a.y() > 0);
     if (a.x() > reach_ && b.x() > reach_)
-        turns_ += spans ? (b.y() > 0 ? 1 : -1) : 0;
+        turns_ += up;
     else
-        addClose(a, b, spans);
+        addClose(a, b, up);
 }
 
-void ParityCount::addClose(qcVector<2> const& a, qcVector<2> const& b, bool spans)
+void ParityCount::addClose(qcVector<2> const& a, qcVector<2> const& b, int up)
 {
     double const squaredReach = reach_ * reach_;
     qcVector<2> const along = b - a;
@@ -91,8 +92,7 @@ void ParityCount::addClose(qcVector<2> const& a, qcVector<2> const& b, bool span
         (cross * cross <= toEdge_ * toEdge_ * squaredLength && squaredLength > 0))
         near_ = true;
     // Upwards with the point to its left, or downwards with the point to its right.
-    if (spans && (cross > 0) == (along.y() > 0))
-        turns_ += along.y() > 0 ? 1 : -1;
+    turns_ += (cross > 0) == (along.y() > 0) ? up : 0;
 }
 
 SlabIndex::SlabIndex(std::vector<qcVector<2>> const& outline, Box const& box,
@@ -144,26 +144,24 @@ std::optional<bool> SlabIndex::inside(std::vector<qcVector<2>> const& outline,
 {
     if (!reach_.rayLeavesOutline(point))
         return std::nullopt;
-    ParityCount count(point, reach_.toVertex(), reach_.toEdge());
-    countSlab(outline, point, count);
-    return count.inside();
+    return countSlab(outline, point, reach_.toVertex(), reach_.toEdge()).inside();
 }
 
 bool SlabIndex::surelyWound(std::vector<qcVector<2>> const& outline, qcVector<2> const& point) const
 {
     if (!reach_.rayLeavesOutline(point))
         return false;
-    ParityCount count(point, reach_.toCrossing(), reach_.toCrossing());
-    countSlab(outline, point, count);
-    return count.wound();
+    return countSlab(outline, point, reach_.toCrossing(), reach_.toCrossing()).wound();
 }
 
-void SlabIndex::countSlab(std::vector<qcVector<2>> const& outline, qcVector<2> const& point,
-                          ParityCount& count) const
+ParityCount SlabIndex::countSlab(std::vector<qcVector<2>> const& outline, qcVector<2> const& point,
+                                 double toVertex, double toEdge) const
 {
+    ParityCount count(point, toVertex, toEdge);
     std::size_t const slab = slabOf(point.y());
     for (std::uint32_t i = begin_[slab]; i < begin_[slab + 1]; ++i)
         count.add(edgeStart(outline, true, edges_[i]), edgeEnd(outline, true, edges_[i]));
+    return count;
 }
 
 std::optional<bool> insideByAllEdges(std::vector<qcVector<2>> const& outline,

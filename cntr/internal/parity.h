@@ -87,7 +87,7 @@ public:
     bool wound() const { return !near_ && turns_ != 0; }
 
 private:
-    void addClose(qcVector<2> const& a, qcVector<2> const& b, bool spans);
+    void addClose(qcVector<2> const& a, qcVector<2> const& b, int up);
 
     qcVector<2> point_;
     double reach_;
@@ -110,8 +110,8 @@ public:
     bool surelyWound(std::vector<qcVector<2>> const& outline, qcVector<2> const& point) const;
 
 private:
-    void countSlab(std::vector<qcVector<2>> const& outline, qcVector<2> const& point,
-                   ParityCount& count) const;
+    ParityCount countSlab(std::vector<qcVector<2>> const& outline, qcVector<2> const& point,
+                          double toVertex, double toEdge) const;
     std::size_t slabOf(double y) const;
 
     ParityReach reach_;

@@ -184,6 +184,7 @@ private:
     bool outlineMeets(qcRegion const& other) const;
 
     // The box that holds the outline, or nothing where it has too few points or not all are finite.
+    bool hasOutlineBox() const;
     std::optional<qnInternal::Box> outlineBox() const;
 
     void cleaned(Result& cache, bool outerHullStage, qcRegion& result) const;
