@@ -65,7 +65,7 @@ double qcContour::diameter(qcContourDefs::DiameterMode mode) const
 
 qcContour::Circle qcContour::farthestPairCircle() const
 {
-    auto const* const index = edgeIndex();
+    auto const index = edgeIndexInAnyOrder();
     auto const pair =
         index ? qnInternal::farthestPair(points_, *index) : qnInternal::farthestPair(points_);
     Circle circle;

@@ -132,6 +132,20 @@ EdgeIndex const* qcContour::edgeIndex() const
     return edgeIndex_->regular() ? edgeIndex_.get() : nullptr;
 }
 
+std::shared_ptr<EdgeIndex const> qcContour::edgeIndexInAnyOrder() const
+{
+    bool const closed = isClosed();
+    if (qnInternal::edgeCount(points_.size(), closed) <= qnInternal::kMaxPlainEdges)
+        return nullptr;
+    auto index = edgeIndex_;
+    if (!index || index->closed() != closed) {
+        index = std::make_shared<EdgeIndex>(points_, closed, EdgeIndex::Folded::eInOutlineOrder);
+        if (!index->foldsBack())
+            edgeIndex_ = index;
+    }
+    return index->regular() ? index : nullptr;
+}
+
 std::vector<EdgeHit> qcContour::hits(HitQuery const& query) const
 {
     constexpr std::size_t kMostlyEnough = 16;

@@ -85,7 +85,7 @@ unsigned SegmentReach::boxesOnOneSide(BoxGroup const& boxes) const
     });
 }
 
-EdgeIndex::EdgeIndex(std::vector<qcVector<2>> const& points, bool closed)
+EdgeIndex::EdgeIndex(std::vector<qcVector<2>> const& points, bool closed, Folded folded)
     : edgeCount_(edgeCount(points.size(), closed)), vertexCount_(points.size()), closed_(closed),
       boxes_((edgeCount_ + kFan - 1) / kFan)
 {
@@ -94,7 +94,8 @@ EdgeIndex::EdgeIndex(std::vector<qcVector<2>> const& points, bool closed)
     rootBox_ = boxes_.rootBox();
     scale_ = largestCoordinate(rootBox_);
     regular_ = regular_ && scale_ <= kLargestRegular;
-    if (regular_ && foldsBack()) {
+    foldsBack_ = regular_ && levelsOverlap();
+    if (foldsBack_ && folded == Folded::eSorted) {
         sortLeavesAlongCurve();
         boxes_.addLevelsAbove();
     }
@@ -123,7 +124,7 @@ void EdgeIndex::addLeaves(std::vector<qcVector<2>> const& points)
     regular_ = !tooSmall && sum[0] - sum[0] == 0 && sum[1] - sum[1] == 0;
 }
 
-bool EdgeIndex::foldsBack() const
+bool EdgeIndex::levelsOverlap() const
 {
     // Boxes over equal stretches of a simple outline without long folds cover little of its box.
     constexpr double kMostCovered = 2.5;

@@ -67,7 +67,10 @@ class EdgeIndex {
 public:
     static constexpr std::size_t kFan = BoxGroup::kSize;
 
-    EdgeIndex(std::vector<qcVector<2>> const& points, bool closed);
+    /// Whether the leaves of an outline that folds back are sorted along the curve.
+    enum class Folded { eSorted, eInOutlineOrder };
+
+    EdgeIndex(std::vector<qcVector<2>> const& points, bool closed, Folded folded = Folded::eSorted);
 
     /// Whether it was built of closed edges.
     bool closed() const { return closed_; }
@@ -80,6 +83,9 @@ public:
     double scale() const { return scale_; }
 
     Box const& rootBox() const { return rootBox_; }
+
+    /// Whether the outline folds back on itself.
+    bool foldsBack() const { return foldsBack_; }
 
     /// Whether leaves come out in ascending order.
     bool inOutlineOrder() const { return leafAt_.empty(); }
@@ -156,13 +162,14 @@ private:
     }
 
     void addLeaves(std::vector<qcVector<2>> const& points);
-    bool foldsBack() const;
+    bool levelsOverlap() const;
     void sortLeavesAlongCurve();
 
     std::size_t edgeCount_;
     std::size_t vertexCount_;
     bool closed_;
     bool regular_ = true;
+    bool foldsBack_ = false;
     double scale_ = 0;
     Box rootBox_;
     BoxHierarchy<Group> boxes_;

@@ -275,6 +275,9 @@ private:
     // Null where the plain loops over all edges are faster, or alone are right.
     qnInternal::EdgeIndex const* edgeIndex() const;
 
+    // The same for one question that need not find leaves in one place: spares their sorting.
+    std::shared_ptr<qnInternal::EdgeIndex const> edgeIndexInAnyOrder() const;
+
     std::vector<qnInternal::EdgeHit> hits(qnInternal::HitQuery const& query) const;
     void appendHits(qcContour const& other, qnInternal::EdgeIndex const& index,
                     std::vector<qcVector<2>>& found) const;

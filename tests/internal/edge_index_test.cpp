@@ -156,7 +156,8 @@ TEST(EdgeIndex, FarthestPairOnCirclesIsThatOfAllPairs)
         SCOPED_TRACE(seed);
         auto const points = roundish(static_cast<unsigned>(seed));
         auto const plain = farthestPair(points);
-        expectEqual(farthestPair(points, EdgeIndex(points, true)), plain);
+        for (auto const folded : {EdgeIndex::Folded::eSorted, EdgeIndex::Folded::eInOutlineOrder})
+            expectEqual(farthestPair(points, EdgeIndex(points, true, folded)), plain);
         if (auto const found = farthestPairOnHull(points)) {
             expectEqual(*found, plain);
             ++certain;
