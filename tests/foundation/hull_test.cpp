@@ -88,6 +88,15 @@ TEST(ConvexHull, GivesTheNamedHulls)
     }
 }
 
+TEST(ConvexHull, IsThatOfFewPointsWhereSizesAreTooFarApartToBeExact)
+{
+    Points const few{{-1e27, 0.125}, {0, -1.125}, {4e258, -0.25},
+                     {4e304, -0.5},  {0, 1},      {1e300, 0}};
+    Points many = few;
+    many.insert(many.end(), 20, few.back());
+    EXPECT_EQ(hullOf(many), hullOf(few));
+}
+
 TEST(ConvexHull, TakesTheFirstOfEqualPoints)
 {
     Points points{{-1, -0.0}, {-0.0, -1}, {1, -0.0}, {-0.0, 1}};

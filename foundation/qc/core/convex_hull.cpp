@@ -36,6 +36,14 @@ double largestCoordinate(Places const& places)
     return largest;
 }
 
+/// The power of two that keeps products of coordinates, and their rounding errors, in range.
+double safeScale(double largest)
+{
+    if (largest == 0.0 || (largest > 0x1p-300 && largest < 0x1p+500))
+        return 1.0;
+    return std::ldexp(1.0, std::clamp(-std::ilogb(largest), -1022, 1022));
+}
+
 /// Points among which are all vertices of the hull's lower, and of its upper chain, from left to
 /// right, and the largest size of a coordinate.
 struct Candidates {
@@ -49,11 +57,14 @@ Candidates candidates(Points const& points)
     Candidates found;
     Outermost outermost;
     if (points.size() > kMaxPlainPoints && findOutermost(points, outermost)) {
-        chainCandidates(points, outermost, found.below, found.above);
-        sortFromLeft(found.below);
-        sortFromLeft(found.above);
         found.largest = largestCoordinate(outermost.corners);
-        return found;
+        // Scaled turns may lose the smallest coordinates: then no point is left out beforehand.
+        if (safeScale(found.largest) == 1.0) {
+            chainCandidates(points, outermost, found.below, found.above);
+            sortFromLeft(found.below);
+            sortFromLeft(found.above);
+            return found;
+        }
     }
     found.below = finitePoints(points);
     if (found.below.size() > kMaxPlainPoints && found.below.size() < points.size())
@@ -62,14 +73,6 @@ Candidates candidates(Points const& points)
     found.above = found.below;
     found.largest = largestCoordinate(found.below);
     return found;
-}
-
-/// The power of two that keeps products of coordinates, and their rounding errors, in range.
-double safeScale(double largest)
-{
-    if (largest == 0.0 || (largest > 0x1p-300 && largest < 0x1p+500))
-        return 1.0;
-    return std::ldexp(1.0, std::clamp(-std::ilogb(largest), -1022, 1022));
 }
 
 /// Moves the vertices of the chain over [first, last) to its front, and gives their end: what turns

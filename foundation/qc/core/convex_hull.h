@@ -14,6 +14,7 @@
 /// Of equal points (0 equals -0) the first one is taken.
 /// No points give no vertices, one distinct point gives that point, points on one line give the two
 /// ends. Which side a point lies on is decided exactly, except where a product of coordinate
-/// differences over- or underflows. Points with a coordinate that is not finite take no part.
+/// differences over- or underflows, or where coordinates beyond 1e150 stand beside others 1e150 times
+/// smaller. Points with a coordinate that is not finite take no part.
 /// O(n log n), and O(n) where most points lie well inside, or come in few runs to the left or right.
 QC_EXPORT void qfConvexHull(std::vector<qcVector<2>> const& points, std::vector<qcVector<2>>& hull);
