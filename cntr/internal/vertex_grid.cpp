@@ -1,7 +1,9 @@
-// Vertices by cell: sorting, lookup of a cell and its neighbours.
+// Vertices by column and y: sorting, lookup around a point.
 #include "cntr/internal/vertex_grid.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstdlib>
 #include <limits>
 #include <tuple>
 
@@ -9,19 +11,36 @@ namespace qnInternal {
 
 namespace {
 
-/// The cell number of a coordinate: rounded half away from 0, kept within 32 bits. NaN is cell 0: its
-/// vertices are at no distance from anything, so any cell will do.
-std::int32_t cellNumber(double coordinate, double scale)
+/// The multiple of the cell's width that a coordinate is nearest to, half away from 0. Never falls where
+/// the coordinate grows. NaN counts as 0.
+double roundedMultiple(double coordinate, double tolerance)
 {
-    double const scaled = coordinate * scale;
-    double const rounded = scaled >= 0 ? scaled + 0.5 : scaled - 0.5;
-    constexpr double kLargest = std::numeric_limits<std::int32_t>::max();
+    double const scaled = coordinate * (1 / tolerance);
+    if (scaled != scaled)
+        return 0;
+    return std::trunc(scaled >= 0 ? scaled + 0.5 : scaled - 0.5);
+}
+
+/// No column lies between one and the next.
+double nextColumn(double column)
+{
+    return std::max(column + 1, std::nextafter(column, std::numeric_limits<double>::infinity()));
+}
+
+/// In tolerances, how far from a point vertices are looked at: room for the rounding of distances.
+constexpr double kReach = 1 + 1e-9;
+
+std::int32_t cellNumber(double coordinate, double tolerance)
+{
     constexpr double kSmallest = std::numeric_limits<std::int32_t>::min();
-    if (rounded >= kLargest)
-        return std::numeric_limits<std::int32_t>::max();
-    if (rounded <= kSmallest)
-        return std::numeric_limits<std::int32_t>::min();
-    return rounded != rounded ? 0 : static_cast<std::int32_t>(rounded);
+    constexpr double kLargest = std::numeric_limits<std::int32_t>::max();
+    return static_cast<std::int32_t>(
+        std::clamp(roundedMultiple(coordinate, tolerance), kSmallest, kLargest));
+}
+
+bool isFinite(qcVector<2> const& point)
+{
+    return std::isfinite(point.x()) && std::isfinite(point.y());
 }
 
 }  // namespace
@@ -30,47 +49,80 @@ VertexGrid::VertexGrid(std::vector<qcVector<2>> const& points, double tolerance)
     : tolerance_(tolerance)
 {
     entries_.reserve(points.size());
-    for (auto const& point : points)
-        entries_.push_back({cellOf(point), static_cast<int>(entries_.size())});
+    for (std::size_t i = 0; i < points.size(); ++i)
+        if (isFinite(points[i]))
+            entries_.push_back({columnOf(points[i].x()), points[i].y(), static_cast<int>(i)});
     std::sort(entries_.begin(), entries_.end(), less);
 }
 
 bool VertexGrid::less(Entry const& a, Entry const& b)
 {
-    return std::tie(a.cell.column, a.cell.row, a.vertex) <
-           std::tie(b.cell.column, b.cell.row, b.vertex);
+    return a.column < b.column || (a.column == b.column && a.y < b.y);
+}
+
+double VertexGrid::columnOf(double x) const
+{
+    return roundedMultiple(x, tolerance_);
 }
 
 VertexGrid::Cell VertexGrid::cellOf(qcVector<2> const& point) const
 {
-    double const scale = 1 / tolerance_;
-    return {cellNumber(point.x(), scale), cellNumber(point.y(), scale)};
+    return {cellNumber(point.x(), tolerance_), cellNumber(point.y(), tolerance_)};
+}
+
+bool VertexGrid::areNeighbours(qcVector<2> const& a, qcVector<2> const& b) const
+{
+    auto const apart = [](std::int32_t m, std::int32_t n) {
+        return std::abs(std::int64_t{m} - std::int64_t{n}) > 1;
+    };
+    Cell const first = cellOf(a);
+    Cell const second = cellOf(b);
+    return !apart(first.column, second.column) && !apart(first.row, second.row);
 }
 
 std::vector<int> VertexGrid::near(std::vector<qcVector<2>> const& points,
                                   qcVector<2> const& point) const
 {
     std::vector<int> found;
-    Cell const center = cellOf(point);
-    // Wider than a cell number, so that the neighbours of the outermost cells can be named.
-    for (std::int64_t column = center.column - std::int64_t{1};
-         column <= center.column + std::int64_t{1}; ++column) {
-        if (column < std::numeric_limits<std::int32_t>::min() ||
-            column > std::numeric_limits<std::int32_t>::max())
+    if (!isFinite(point))
+        return found;
+    double const reach = kReach * tolerance_;
+    double const lowest = point.y() - reach;
+    double const last = columnOf(point.x() + reach);
+    Entry from{columnOf(point.x() - reach), lowest, 0};
+    auto next = entries_.begin();
+    while (true) {
+        next = std::lower_bound(next, entries_.end(), from, less);
+        if (next == entries_.end() || next->column > last)
+            break;
+        if (next->column > from.column && next->y < lowest) {
+            from.column = next->column;  // columns were passed over: where this one comes near
             continue;
-        // The three rows of a column stand together, so they are one stretch of the entries.
-        std::int64_t const firstRow = std::max<std::int64_t>(
-            center.row - std::int64_t{1}, std::numeric_limits<std::int32_t>::min());
-        Entry const from{{static_cast<std::int32_t>(column), static_cast<std::int32_t>(firstRow)},
-                         0};
-        for (auto entry = std::lower_bound(entries_.begin(), entries_.end(), from, less);
-             entry != entries_.end() && entry->cell.column == column &&
-             entry->cell.row <= center.row + std::int64_t{1};
-             ++entry)
-            if (points[static_cast<std::size_t>(entry->vertex)].distance(point) < tolerance_)
-                found.push_back(entry->vertex);
+        }
+        appendNear(found, points, point, next);
+        from.column = nextColumn(next->column);
+        if (from.column == next->column)
+            break;  // infinite, for the tiniest tolerances
     }
+    std::sort(found.begin(), found.end(), [&](int a, int b) {
+        Cell const first = cellOf(points[static_cast<std::size_t>(a)]);
+        Cell const second = cellOf(points[static_cast<std::size_t>(b)]);
+        return std::tie(first.column, first.row, a) < std::tie(second.column, second.row, b);
+    });
     return found;
+}
+
+void VertexGrid::appendNear(std::vector<int>& found, std::vector<qcVector<2>> const& points,
+                            qcVector<2> const& point, Place begin) const
+{
+    double const highest = point.y() + kReach * tolerance_;
+    for (auto entry = begin;
+         entry != entries_.end() && entry->column == begin->column && entry->y <= highest;
+         ++entry) {
+        qcVector<2> const& vertex = points[static_cast<std::size_t>(entry->vertex)];
+        if (vertex.distance(point) < tolerance_ && areNeighbours(vertex, point))
+            found.push_back(entry->vertex);
+    }
 }
 
 }  // namespace qnInternal

@@ -1,4 +1,4 @@
-/// The vertices of a contour sorted into square cells, one grid for every tolerance asked.
+/// The vertices of a contour by square cells, one grid for every tolerance asked.
 #pragma once
 
 #include <qc/core/vector.h>
@@ -8,7 +8,9 @@
 
 namespace qnInternal {
 
-/// Vertices by cell; a cell is as wide as the tolerance, and centred on a multiple of it.
+/// A cell is as wide as the tolerance, and centred on a multiple of it. Its numbers are kept within 32
+/// bits, so that the outermost cells may hold any number of vertices; these are looked up by columns
+/// that have no such end.
 class VertexGrid {
 public:
     /// `tolerance` is above 0. O(n log n).
@@ -16,8 +18,8 @@ public:
 
     double tolerance() const { return tolerance_; }
 
-    /// Indices of the vertices nearer to `point` than the tolerance: cell by cell, x before y,
-    /// ascending inside a cell.
+    /// Indices of the vertices nearer to `point` than the tolerance that lie in its cell or one around
+    /// it: cell by cell, x before y, ascending inside a cell.
     std::vector<int> near(std::vector<qcVector<2>> const& points, qcVector<2> const& point) const;
 
     struct Cell {
@@ -29,14 +31,20 @@ public:
 
 private:
     struct Entry {
-        Cell cell;
+        double column;
+        double y;
         int vertex;
     };
+    using Place = std::vector<Entry>::const_iterator;
 
     static bool less(Entry const& a, Entry const& b);
+    double columnOf(double x) const;
+    void appendNear(std::vector<int>& found, std::vector<qcVector<2>> const& points,
+                    qcVector<2> const& point, Place begin) const;
+    bool areNeighbours(qcVector<2> const& a, qcVector<2> const& b) const;
 
     double tolerance_;
-    std::vector<Entry> entries_;  // by column, row, vertex
+    std::vector<Entry> entries_;  // of the finite vertices, by column, then y
 };
 
 }  // namespace qnInternal
