@@ -27,19 +27,11 @@ qcVector<2> nearestOnEdge(qcVector<2> const& a, qcVector<2> const& b, qcVector<2
 long qcContour::closestVertexIndex(qcVector<2> const& point) const
 {
     checkEmptyContour();
-    auto const* const edges = edgeIndex();
+    bool const many = edgeIndex_ || points_.size() > qnInternal::kMaxPlainVertices;
+    auto const* const edges = many ? edgeIndex() : nullptr;
     if (edges && qnInternal::isRegularPoint(point))
         return static_cast<long>(qnInternal::nearestVertex(*edges, points_, point).index);
-    double best = std::numeric_limits<double>::infinity();
-    std::size_t index = 0;
-    for (std::size_t i = 0; i < points_.size(); ++i) {
-        double const d = point.distance(points_[i]);
-        if (d < best) {
-            best = d;
-            index = i;
-        }
-    }
-    return static_cast<long>(index);
+    return static_cast<long>(qnInternal::nearestVertex(points_, point));
 }
 
 qcVector<2> qcContour::closestPoint(qcVector<2> const& point, bool verticesOnly) const
@@ -48,23 +40,26 @@ qcVector<2> qcContour::closestPoint(qcVector<2> const& point, bool verticesOnly)
     if (verticesOnly)
         return points_[static_cast<std::size_t>(qcContour::closestVertexIndex(point))];
     bool const closed = isClosed();
-    auto const* const edges = edgeIndex();
+    bool const many = points_.size() > qnInternal::kMaxPlainEdges;
+    auto const* const edges = many ? edgeIndex() : nullptr;
     if (edges && qnInternal::isRegularPoint(point)) {
         auto const k = qnInternal::nearestEdge(*edges, points_, point).index;
         return nearestOnEdge(qnInternal::edgeStart(points_, closed, k),
                              qnInternal::edgeEnd(points_, closed, k), point);
     }
     double best = std::numeric_limits<double>::infinity();
-    qcVector<2> result;
+    qcVector<2> const* edge = nullptr;  // its start
+    qcVector<2> const* edgeEnd = nullptr;
     qnInternal::forEachEdge(points_, closed,
                             [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {
                                 double const d = qnInternal::segmentDistance(from, to, point);
                                 if (d < best) {
                                     best = d;
-                                    result = nearestOnEdge(from, to, point);
+                                    edge = &from;
+                                    edgeEnd = &to;
                                 }
                             });
-    return result;
+    return edge ? nearestOnEdge(*edge, *edgeEnd, point) : qcVector<2>();
 }
 
 double qcContour::distToPoint(qcVector<2> const& point, bool verticesOnly) const

@@ -124,9 +124,9 @@ Box boxOfEdges(std::vector<qcVector<2>> const& points, bool closed, std::size_t 
 
 EdgeIndex const* qcContour::edgeIndex() const
 {
-    bool const closed = isClosed();
-    if (qnInternal::edgeCount(points_.size(), closed) <= qnInternal::kMaxPlainEdges)
+    if (points_.size() <= qnInternal::kMaxPlainEdges)
         return nullptr;
+    bool const closed = isClosed();
     if (!edgeIndex_ || edgeIndex_->closed() != closed)
         edgeIndex_ = std::make_shared<EdgeIndex>(points_, closed);
     return edgeIndex_->regular() ? edgeIndex_.get() : nullptr;
@@ -134,9 +134,9 @@ EdgeIndex const* qcContour::edgeIndex() const
 
 std::shared_ptr<EdgeIndex const> qcContour::edgeIndexInAnyOrder() const
 {
-    bool const closed = isClosed();
-    if (qnInternal::edgeCount(points_.size(), closed) <= qnInternal::kMaxPlainEdges)
+    if (points_.size() <= qnInternal::kMaxPlainEdges)
         return nullptr;
+    bool const closed = isClosed();
     auto index = edgeIndex_;
     if (!index || index->closed() != closed) {
         index = std::make_shared<EdgeIndex>(points_, closed, EdgeIndex::Folded::eInOutlineOrder);

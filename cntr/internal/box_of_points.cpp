@@ -76,11 +76,7 @@ PointBox boxOfPoints(std::vector<qcVector<2>> const& points)
 double largestSquaredDistance(std::vector<qcVector<2>> const& points, qcVector<2> const& place)
 {
     auto const squares = [&](std::size_t i) {
-        Pair const a = pairOf(points[i]) - pairOf(place);
-        Pair const b = pairOf(points[i + 1]) - pairOf(place);
-        Pair const aa = a * a;
-        Pair const bb = b * b;
-        return Pair{aa[0], bb[0]} + Pair{aa[1], bb[1]};
+        return squaredDistances(points[i], points[i + 1], place);
     };
     Pair first{};
     Pair second{};

@@ -35,11 +35,11 @@ void forEachEdge(std::vector<qcVector<2>> const& points, bool closed, Visit visi
 {
     if (points.empty())
         return;
-    std::size_t k = 0;
-    if (closed)
-        visit(k++, points.back(), points.front());
-    for (std::size_t i = 1; i < points.size(); ++i)
-        visit(k++, points[i - 1], points[i]);
+    qcVector<2> const* from = closed ? &points.back() : &points.front();
+    qcVector<2> const* to = closed ? &points.front() : from + 1;
+    std::size_t const count = edgeCount(points.size(), closed);
+    for (std::size_t k = 0; k < count; ++k, from = to++)
+        visit(k, *from, *to);
 }
 
 /// Calls visit(length) for every edge, in edge order.

@@ -37,7 +37,7 @@ std::size_t LinkedLoops::numberIn(Loop const& loop, std::size_t vertex) const
 std::optional<std::size_t> LinkedLoops::firstTwin(std::size_t vertex, std::size_t loop) const
 {
     std::optional<std::size_t> first;
-    VertexGrid::Cell cell{};
+    VertexGrid::Place cell{};
     for (int const candidate : twins_[vertex]) {
         auto const twin = static_cast<std::size_t>(candidate);
         if (loopOf_[twin] != loop)

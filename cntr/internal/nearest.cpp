@@ -15,8 +15,11 @@ namespace qnInternal {
 
 namespace {
 
+/// Squares farther apart than this part of them have roots that differ.
+constexpr double kRootsAgree = 1e-14;
+
 /// Squares of the distances of boxes i and i + 1 from a point.
-Pair squaredDistances(BoxGroup const& boxes, std::size_t i, qcVector<2> const& point)
+Pair squaredBoxDistances(BoxGroup const& boxes, std::size_t i, qcVector<2> const& point)
 {
     Pair const x = both(point.x());
     Pair const y = both(point.y());
@@ -74,9 +77,8 @@ public:
             least = std::min(squaredDistance(i), least);
         if (least > limit_)
             return;
-        // Roots of somewhat larger squares may round to the same distance.
         for (std::size_t i = begin; i < end; ++i)
-            if (!(squaredDistance(i) > least * (1 + 1e-14)))
+            if (!(squaredDistance(i) > least * (1 + kRootsAgree)))
                 consider(point_.distance(points_[i]), i);
     }
 
@@ -109,7 +111,7 @@ private:
         Eight squares;
         PairMask tags{0, 1};
         for (std::size_t i = 0; i < 4; ++i, tags += PairMask{2, 2}) {
-            Pair const two = smaller(squaredDistances(boxes, i, point_), both(kFar));
+            Pair const two = smaller(squaredBoxDistances(boxes, i, point_), both(kFar));
             PairMask const bits = (reinterpret_cast<PairMask>(two) & ~PairMask{7, 7}) | tags;
             std::memcpy(&squares[2 * i], &bits, sizeof bits);
         }
@@ -153,7 +155,64 @@ private:
     double limit_ = std::numeric_limits<double>::infinity();
 };
 
+/// Below this the vertices are looked at one by one: points that were just copied, as those of a new
+/// contour, are read sooner one number at a time.
+constexpr std::size_t kFew = 8;
+
+std::size_t nearestOfFew(std::vector<qcVector<2>> const& points, qcVector<2> const& point)
+{
+    double best = std::numeric_limits<double>::infinity();
+    std::size_t index = 0;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        double const d = point.distance(points[i]);
+        if (d < best) {
+            best = d;
+            index = i;
+        }
+    }
+    return index;
+}
+
+/// The smallest squared distance of a point from `place`; infinite where none is finite.
+double leastSquaredDistance(std::vector<qcVector<2>> const& points, qcVector<2> const& place)
+{
+    Pair first = both(std::numeric_limits<double>::infinity());
+    Pair second = first;
+    std::size_t i = 0;
+    for (; i + 8 <= points.size(); i += 8) {
+        first = smaller(squaredDistances(points[i], points[i + 1], place), first);
+        second = smaller(squaredDistances(points[i + 2], points[i + 3], place), second);
+        first = smaller(squaredDistances(points[i + 4], points[i + 5], place), first);
+        second = smaller(squaredDistances(points[i + 6], points[i + 7], place), second);
+    }
+    first = smaller(first, second);
+    double least = std::min(first[0], first[1]);
+    for (; i < points.size(); ++i) {
+        qcVector<2> const d = points[i] - place;
+        least = std::min(least, d * d);
+    }
+    return least;
+}
+
 }  // namespace
+
+std::size_t nearestVertex(std::vector<qcVector<2>> const& points, qcVector<2> const& point)
+{
+    if (points.size() < kFew)
+        return nearestOfFew(points, point);
+    double const least = leastSquaredDistance(points, point);
+    if (!(least < std::numeric_limits<double>::infinity()))
+        return 0;
+    // The root of the least square is the least of the roots; those of somewhat larger squares may round
+    // to the same, and the first of these counts.
+    double const distance = std::sqrt(least);
+    double const limit = least * (1 + kRootsAgree);
+    for (std::size_t i = 0;; ++i) {
+        qcVector<2> const d = point - points[i];
+        if (d * d <= limit && d.len() == distance)
+            return i;
+    }
+}
 
 Nearest nearestEdge(EdgeIndex const& index, std::vector<qcVector<2>> const& points,
                     qcVector<2> const& point)

@@ -22,7 +22,14 @@ struct Nearest {
 Nearest nearestEdge(EdgeIndex const& index, std::vector<qcVector<2>> const& points,
                     qcVector<2> const& point);
 
-/// The same for the vertices.
+/// Up to here the loop over all vertices is faster than making an index, and nearly as fast as one
+/// that is there (bench/nearest_bench.cpp).
+inline constexpr std::size_t kMaxPlainVertices = 128;
+
+/// The vertex with the smallest distance to `point`, the first on a tie; 0 where no distance is finite.
+std::size_t nearestVertex(std::vector<qcVector<2>> const& points, qcVector<2> const& point);
+
+/// The same through an index, as nearestEdge().
 Nearest nearestVertex(EdgeIndex const& index, std::vector<qcVector<2>> const& points,
                       qcVector<2> const& point);
 

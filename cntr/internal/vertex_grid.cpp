@@ -1,9 +1,9 @@
-// Vertices by column and y: sorting, lookup around a point.
+// Vertices by column and row: sorting, lookup around a point.
 #include "cntr/internal/vertex_grid.h"
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
+#include <cstdint>
 #include <limits>
 #include <tuple>
 
@@ -30,12 +30,23 @@ double nextColumn(double column)
 /// In tolerances, how far from a point vertices are looked at: room for the rounding of distances.
 constexpr double kReach = 1 + 1e-9;
 
-std::int32_t cellNumber(double coordinate, double tolerance)
+constexpr double kLastCell = std::numeric_limits<std::int32_t>::max();
+
+/// The cell of a column or row.
+double cellNumber(double multiple)
 {
-    constexpr double kSmallest = std::numeric_limits<std::int32_t>::min();
-    constexpr double kLargest = std::numeric_limits<std::int32_t>::max();
-    return static_cast<std::int32_t>(
-        std::clamp(roundedMultiple(coordinate, tolerance), kSmallest, kLargest));
+    return std::clamp(multiple, -kLastCell - 1, kLastCell);
+}
+
+/// Whether the cell and those around it hold one column or row each.
+bool isInner(double multiple)
+{
+    return std::fabs(multiple) < kLastCell - 1;
+}
+
+bool areNeighbours(double multiple, double other)
+{
+    return std::fabs(cellNumber(multiple) - cellNumber(other)) <= 1;
 }
 
 bool isFinite(qcVector<2> const& point)
@@ -51,33 +62,30 @@ VertexGrid::VertexGrid(std::vector<qcVector<2>> const& points, double tolerance)
     entries_.reserve(points.size());
     for (std::size_t i = 0; i < points.size(); ++i)
         if (isFinite(points[i]))
-            entries_.push_back({columnOf(points[i].x()), points[i].y(), static_cast<int>(i)});
-    std::sort(entries_.begin(), entries_.end(), less);
+            entries_.push_back({placeOf(points[i]), static_cast<int>(i)});
+    std::sort(entries_.begin(), entries_.end(), isEntryBefore);
 }
 
-bool VertexGrid::less(Entry const& a, Entry const& b)
+bool VertexGrid::isBefore(Entry const& a, Place const& b)
 {
-    return a.column < b.column || (a.column == b.column && a.y < b.y);
+    return a.place.column < b.column || (a.place.column == b.column && a.place.row < b.row);
 }
 
-double VertexGrid::columnOf(double x) const
+bool VertexGrid::isEntryBefore(Entry const& a, Entry const& b)
 {
-    return roundedMultiple(x, tolerance_);
+    return std::tie(a.place.column, a.place.row, a.vertex) <
+           std::tie(b.place.column, b.place.row, b.vertex);
 }
 
-VertexGrid::Cell VertexGrid::cellOf(qcVector<2> const& point) const
+VertexGrid::Place VertexGrid::placeOf(qcVector<2> const& point) const
 {
-    return {cellNumber(point.x(), tolerance_), cellNumber(point.y(), tolerance_)};
+    return {roundedMultiple(point.x(), tolerance_), roundedMultiple(point.y(), tolerance_)};
 }
 
-bool VertexGrid::areNeighbours(qcVector<2> const& a, qcVector<2> const& b) const
+VertexGrid::Place VertexGrid::cellOf(qcVector<2> const& point) const
 {
-    auto const apart = [](std::int32_t m, std::int32_t n) {
-        return std::abs(std::int64_t{m} - std::int64_t{n}) > 1;
-    };
-    Cell const first = cellOf(a);
-    Cell const second = cellOf(b);
-    return !apart(first.column, second.column) && !apart(first.row, second.row);
+    Place const place = placeOf(point);
+    return {cellNumber(place.column), cellNumber(place.row)};
 }
 
 std::vector<int> VertexGrid::near(std::vector<qcVector<2>> const& points,
@@ -86,42 +94,59 @@ std::vector<int> VertexGrid::near(std::vector<qcVector<2>> const& points,
     std::vector<int> found;
     if (!isFinite(point))
         return found;
-    double const reach = kReach * tolerance_;
-    double const lowest = point.y() - reach;
-    double const last = columnOf(point.x() + reach);
-    Entry from{columnOf(point.x() - reach), lowest, 0};
-    auto next = entries_.begin();
-    while (true) {
-        next = std::lower_bound(next, entries_.end(), from, less);
-        if (next == entries_.end() || next->column > last)
-            break;
-        if (next->column > from.column && next->y < lowest) {
-            from.column = next->column;  // columns were passed over: where this one comes near
-            continue;
-        }
-        appendNear(found, points, point, next);
-        from.column = nextColumn(next->column);
-        if (from.column == next->column)
-            break;  // infinite, for the tiniest tolerances
-    }
-    std::sort(found.begin(), found.end(), [&](int a, int b) {
-        Cell const first = cellOf(points[static_cast<std::size_t>(a)]);
-        Cell const second = cellOf(points[static_cast<std::size_t>(b)]);
-        return std::tie(first.column, first.row, a) < std::tie(second.column, second.row, b);
-    });
+    Place const place = placeOf(point);
+    if (!isInner(place.column) || !isInner(place.row))
+        return nearOutermost(points, point);
+    forEachBetween({place.column - 1, place.row - 1}, {place.column + 1, place.row + 1},
+                   [&](Entry const& entry) {
+                       auto const i = static_cast<std::size_t>(entry.vertex);
+                       if (points[i].distance(point) < tolerance_)
+                           found.push_back(entry.vertex);
+                   });
     return found;
 }
 
-void VertexGrid::appendNear(std::vector<int>& found, std::vector<qcVector<2>> const& points,
-                            qcVector<2> const& point, Place begin) const
+std::vector<int> VertexGrid::nearOutermost(std::vector<qcVector<2>> const& points,
+                                           qcVector<2> const& point) const
 {
-    double const highest = point.y() + kReach * tolerance_;
-    for (auto entry = begin;
-         entry != entries_.end() && entry->column == begin->column && entry->y <= highest;
-         ++entry) {
-        qcVector<2> const& vertex = points[static_cast<std::size_t>(entry->vertex)];
-        if (vertex.distance(point) < tolerance_ && areNeighbours(vertex, point))
-            found.push_back(entry->vertex);
+    Place const place = placeOf(point);
+    qcVector<2> const reach(kReach * tolerance_, kReach * tolerance_);
+    std::vector<Entry> inside;
+    forEachBetween(placeOf(point - reach), placeOf(point + reach), [&](Entry const& entry) {
+        if (areNeighbours(entry.place.column, place.column) &&
+            areNeighbours(entry.place.row, place.row) &&
+            points[static_cast<std::size_t>(entry.vertex)].distance(point) < tolerance_)
+            inside.push_back(
+                {{cellNumber(entry.place.column), cellNumber(entry.place.row)}, entry.vertex});
+    });
+    std::sort(inside.begin(), inside.end(), isEntryBefore);
+    std::vector<int> found;
+    for (auto const& entry : inside)
+        found.push_back(entry.vertex);
+    return found;
+}
+
+template <class Visit>
+void VertexGrid::forEachBetween(Place const& low, Place const& high, Visit const& visit) const
+{
+    Place from = low;
+    auto entry = entries_.begin();
+    while (true) {
+        entry = std::lower_bound(entry, entries_.end(), from, isBefore);
+        if (entry == entries_.end() || entry->place.column > high.column)
+            return;
+        double const column = entry->place.column;
+        if (column > from.column && entry->place.row < low.row) {
+            from.column = column;  // columns were passed over: where this one comes near
+            continue;
+        }
+        for (; entry != entries_.end() && entry->place.column == column &&
+               entry->place.row <= high.row;
+             ++entry)
+            visit(*entry);
+        from.column = nextColumn(column);
+        if (from.column == column)
+            return;  // infinite, for the tiniest tolerances
     }
 }
 

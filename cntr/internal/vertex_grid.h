@@ -3,14 +3,13 @@
 
 #include <qc/core/vector.h>
 
-#include <cstdint>
 #include <vector>
 
 namespace qnInternal {
 
 /// A cell is as wide as the tolerance, and centred on a multiple of it. Its numbers are kept within 32
-/// bits, so that the outermost cells may hold any number of vertices; these are looked up by columns
-/// that have no such end.
+/// bits, so that the outermost cells may hold any number of vertices; inside, vertices stand by columns
+/// and rows that have no such end.
 class VertexGrid {
 public:
     /// `tolerance` is above 0. O(n log n).
@@ -22,29 +21,32 @@ public:
     /// it: cell by cell, x before y, ascending inside a cell.
     std::vector<int> near(std::vector<qcVector<2>> const& points, qcVector<2> const& point) const;
 
-    struct Cell {
-        std::int32_t column;
-        std::int32_t row;
+    /// Multiples of the cell's width: whole numbers, or infinite.
+    struct Place {
+        double column;
+        double row;
     };
 
-    Cell cellOf(qcVector<2> const& point) const;
+    /// The cell that holds a point, by numbers within 32 bits.
+    Place cellOf(qcVector<2> const& point) const;
 
 private:
     struct Entry {
-        double column;
-        double y;
+        Place place;
         int vertex;
     };
-    using Place = std::vector<Entry>::const_iterator;
 
-    static bool less(Entry const& a, Entry const& b);
-    double columnOf(double x) const;
-    void appendNear(std::vector<int>& found, std::vector<qcVector<2>> const& points,
-                    qcVector<2> const& point, Place begin) const;
-    bool areNeighbours(qcVector<2> const& a, qcVector<2> const& b) const;
+    static bool isBefore(Entry const& a, Place const& b);
+    static bool isEntryBefore(Entry const& a, Entry const& b);
+    Place placeOf(qcVector<2> const& point) const;
+    std::vector<int> nearOutermost(std::vector<qcVector<2>> const& points,
+                                   qcVector<2> const& point) const;
+
+    template <class Visit>
+    void forEachBetween(Place const& low, Place const& high, Visit const& visit) const;
 
     double tolerance_;
-    std::vector<Entry> entries_;  // of the finite vertices, by column, then y
+    std::vector<Entry> entries_;  // of the finite vertices, by column, row and vertex
 };
 
 }  // namespace qnInternal

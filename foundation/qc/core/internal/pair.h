@@ -31,4 +31,14 @@ inline Pair larger(Pair a, Pair b)
     return a > b ? a : b;
 }
 
+/// The squares of the distances of two points from a place, each as x * x + y * y.
+inline Pair squaredDistances(qcVector<2> const& a, qcVector<2> const& b, qcVector<2> const& place)
+{
+    Pair const toA = pairOf(a) - pairOf(place);
+    Pair const toB = pairOf(b) - pairOf(place);
+    Pair const aa = toA * toA;
+    Pair const bb = toB * toB;
+    return Pair{aa[0], bb[0]} + Pair{aa[1], bb[1]};
+}
+
 }  // namespace qnInternal
