@@ -5,6 +5,16 @@ namespace {
 
 using namespace qnBench;
 
+struct TwoOutlines {
+    qcContour a;
+    qcContour b;
+};
+
+TwoOutlines twoOutlines(Work const& given)
+{
+    return {qcContour(given.outline), qcContour(given.other)};
+}
+
 bool const registered[] = {
     firstTime<qcContour>(
         "long_segment_first",
@@ -21,10 +31,12 @@ bool const registered[] = {
         [](auto const& contour, Work const& given, auto i) {
             return contour.intersections(segment(given.shortSegments[i]), true).size();
         }),
-    firstTime<qcContour>("outline_x_outline",
-                         [](qcContour const& contour, Work const& given) {
-                             return contour.intersections(qcContour(given.other)).size();
-                         }),
+    once("outline_x_outline", "cntr", twoOutlines,
+         [](TwoOutlines& outlines, Work const&) {
+             forget(outlines.a);
+             forget(outlines.b);
+             return outlines.a.intersections(outlines.b).size();
+         }),
     firstTime<qcContour>("self_crossing", [](qcContour const& contour,
                                              Work const&) { return contour.isSelfIntersecting(); }),
 };

@@ -1,6 +1,7 @@
 // Where segments and other contours meet a contour, and whether it meets itself.
 #include <cntr/contour.h>
 
+#include "cntr/internal/box_of_points.h"
 #include "cntr/internal/edge_hits.h"
 #include "cntr/internal/edge_index.h"
 #include "cntr/internal/edge_walk.h"
@@ -108,16 +109,6 @@ std::vector<qcVector<2>> pointsOf(std::vector<EdgeHit> const& hits)
     for (auto const& hit : hits)
         points.push_back(hit.point);
     return points;
-}
-
-/// The box of edges [begin, end).
-Box boxOfEdges(std::vector<qcVector<2>> const& points, bool closed, std::size_t begin,
-               std::size_t end)
-{
-    Box box = qnInternal::boxOf(qnInternal::edgeStart(points, closed, begin));
-    for (std::size_t k = begin; k < end; ++k)
-        enclose(box, qnInternal::edgeEnd(points, closed, k));
-    return box;
 }
 
 }  // namespace
@@ -234,12 +225,12 @@ void qcContour::appendHits(qcContour const& other, EdgeIndex const& index,
     std::vector<EdgeHit> met;
     for (std::size_t run = 0; run < count; run += kRun) {
         if (run % kStretch == 0)
-            leaves.collect(index,
-                           boxOfEdges(other.points_, closed, run, std::min(run + kStretch, count)));
+            leaves.collect(index, qnInternal::boxOfEdges(other.points_, closed, run,
+                                                         std::min(run + kStretch, count)));
         if (leaves.leaves().empty())
             continue;
         std::size_t const end = std::min(run + kRun, count);
-        edges.collect(index, leaves, boxOfEdges(other.points_, closed, run, end));
+        edges.collect(index, leaves, qnInternal::boxOfEdges(other.points_, closed, run, end));
         for (std::size_t k = run; k < end && !edges.empty(); ++k) {
             HitQuery const query(qnInternal::edgeStart(other.points_, closed, k),
                                  qnInternal::edgeEnd(other.points_, closed, k), true);

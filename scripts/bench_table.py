@@ -23,7 +23,7 @@ AIMS = {
     "perimeter": 2, "area": 1, "centre": 1, "second_moments": 3, "box": 2, "convex_hull": 1.5,
     "farthest_pair": 4, "distance_first": 1.5, "distance_repeated": 2,
     "nearest_vertex_repeated": 1, ("nearest_vertex_repeated", "comb"): 0.5,
-    "inside_first": 8, "inside_repeated": 2.5, "long_segment_repeated": 4,
+    "inside_eight": 1, "inside_repeated": 2.5, "long_segment_repeated": 4,
     "short_segment_repeated": 1, ("short_segment_repeated", 100000): 3,
     "outline_x_outline": 3, ("outline_x_outline", 100000): 8,
     "self_crossing": 1, ("self_crossing", 100000): 2, "regularise": 3, "set_crossing": 8,

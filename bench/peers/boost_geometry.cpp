@@ -121,6 +121,13 @@ bool const registered[] = {
          [](Ring const& ring, Work const& given) {
              return bg::covered_by(point(given.queries[0]), ring);
          }),
+    once("inside_eight", "Boost", outlineAs<Ring>,
+         [](Ring const& ring, Work const& given) {
+             int count = 0;
+             for (std::size_t i = 0; i < 8; ++i)
+                 count += bg::covered_by(point(given.queries[i]), ring);
+             return count;
+         }),
     repeated("long_segment_repeated", "Boost", edgeTree,
              [](auto const& tree, Work const& given, auto i) {
                  return hits(tree, given.longSegments[i]);

@@ -30,6 +30,13 @@ bool const registered[] = {
          [](cl::Path const& outline, Work const& given) {
              return cl::PointInPolygon(scaled(given.queries[0]), outline) != 0;
          }),
+    once("inside_eight", "Clipper6", path,
+         [](cl::Path const& outline, Work const& given) {
+             int count = 0;
+             for (std::size_t i = 0; i < 8; ++i)
+                 count += cl::PointInPolygon(scaled(given.queries[i]), outline) != 0;
+             return count;
+         }),
     once("regularise", "Clipper6", path,
          [](cl::Path const& outline, Work const&) {
              cl::Paths simple;

@@ -7,23 +7,28 @@
 
 namespace qnBench {
 
-/// The points as they are, for questions that make a fresh object in the timing.
+/// The points as they are, for questions that take no object.
 inline Points const& points(Work const& given)
 {
     return given.outline;
 }
 
-template <class Object>
-Object fresh(Points const& outline)
-{
-    return Object(outline);
-}
-
-/// A contour or region, to be asked repeatedly.
+/// A contour or region, to be asked.
 template <class Object>
 Object prepared(Work const& given)
 {
-    return fresh<Object>(given.outline);
+    return Object(given.outline);
+}
+
+/// Makes an object drop what it keeps of former questions: its points stay where they are.
+inline void forget(qcContour& contour)
+{
+    contour.isClosed(true);
+}
+
+inline void forget(qcRegion& region)
+{
+    region.holes(std::vector<qcPtrHandle_const<qcRegion>>());
 }
 
 inline qcLineSeg segment(Points const& ends)
@@ -31,12 +36,12 @@ inline qcLineSeg segment(Points const& ends)
     return {ends[0], ends[1]};
 }
 
-/// A question to a fresh object.
+/// A question to an object that keeps nothing of former ones.
 template <class Object, class Ask>
 bool firstTime(std::string const& question, Ask ask)
 {
-    return once(question, "cntr", points, [ask](Points const& outline, Work const& given) {
-        auto object = fresh<Object>(outline);
+    return once(question, "cntr", prepared<Object>, [ask](Object& object, Work const& given) {
+        forget(object);
         return ask(object, given);
     });
 }

@@ -45,6 +45,7 @@ std::vector<Question> const& questions()
         {"nearest_vertex_repeated", both, 1e-9, sizes},
         {"vertices_within", {"star"}, 0, sizes},
         {"inside_first", {"star"}, 0, sizes},
+        {"inside_eight", {"star"}, 0, sizes},
         {"inside_repeated", many, 0, more},
         {"distance_with_holes", {"star"}, 1e-9, sizes},
         {"long_segment_first", {"star"}, 0, sizes},

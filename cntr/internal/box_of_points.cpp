@@ -9,26 +9,37 @@ namespace qnInternal {
 
 namespace {
 
-/// Every fourth point's extremes; `nothing` becomes NaN with the first coordinate that is not finite.
+bool areFinite(Pair two)
+{
+    Pair const nothing = two - two;
+    return nothing[0] == 0 && nothing[1] == 0;
+}
+
+bool isFinite(qcVector<2> const& point)
+{
+    return areFinite(pairOf(point));
+}
+
+/// Every fourth point's extremes, and a sum that is finite only if all of them are.
 struct Extremes {
     Pair low;
     Pair high;
-    Pair nothing;
+    Pair sum{};
 
-    explicit Extremes(Pair first) : low(first), high(first), nothing{} {}
+    explicit Extremes(Pair first) : low(first), high(first) {}
 
     void take(Pair point)
     {
         low = smaller(point, low);
         high = larger(point, high);
-        nothing += point * 0.0;
+        sum += point;
     }
 
     void take(Extremes const& later)
     {
         low = smaller(later.low, low);
         high = larger(later.high, high);
-        nothing += later.nothing;
+        sum += later.sum;
     }
 };
 
@@ -70,7 +81,7 @@ PointBox boxOfPoints(std::vector<qcVector<2>> const& points)
     first.take(third);
     Box box{{first.low[0], first.low[1]}, {first.high[0], first.high[1]}};
     keepFirstZeros(points, box);
-    return {box, first.nothing[0] == 0 && first.nothing[1] == 0};
+    return {box, areFinite(first.sum) || std::all_of(points.begin(), points.end(), isFinite)};
 }
 
 double largestSquaredDistance(std::vector<qcVector<2>> const& points, qcVector<2> const& place)

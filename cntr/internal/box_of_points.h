@@ -2,8 +2,12 @@
 #pragma once
 
 #include "cntr/internal/box.h"
+#include "cntr/internal/edge_walk.h"
 
+#include <qc/core/internal/pair.h>
 #include <qc/core/vector.h>
+
+#include <cstddef>
 
 #include <vector>
 
@@ -16,6 +20,20 @@ struct PointBox {
 
 /// The box that enclose() makes of the points one by one, from the first on; there is one at least.
 PointBox boxOfPoints(std::vector<qcVector<2>> const& points);
+
+/// The box of edges [begin, end) of an outline, by the same rule.
+inline Box boxOfEdges(std::vector<qcVector<2>> const& points, bool closed, std::size_t begin,
+                      std::size_t end)
+{
+    Pair low = pairOf(edgeStart(points, closed, begin));
+    Pair high = low;
+    for (std::size_t k = begin; k < end; ++k) {
+        Pair const point = pairOf(edgeEnd(points, closed, k));
+        low = smaller(point, low);
+        high = larger(point, high);
+    }
+    return {{low[0], low[1]}, {high[0], high[1]}};
+}
 
 /// The largest squared distance of a point from `place`, 0 at least. NaN is passed over.
 double largestSquaredDistance(std::vector<qcVector<2>> const& points, qcVector<2> const& place);

@@ -1,6 +1,7 @@
 // Parity of the edges to the right of a point: over all edges, and over those of one slab.
 #include "cntr/internal/parity.h"
 
+#include "cntr/internal/box_of_points.h"
 #include "cntr/internal/edge_walk.h"
 #include "cntr/internal/tolerances.h"
 
@@ -64,6 +65,12 @@ bool ParityReach::rayLeavesOutline(qcVector<2> const& point) const
     double const dx = std::max(point.x() - box_.min.x(), box_.max.x() - point.x());
     double const dy = std::max(point.y() - box_.min.y(), box_.max.y() - point.y());
     return dx * dx + dy * dy < squaredRay_;
+}
+
+bool ParityCount::leavesOut(Box const& box) const
+{
+    return box.min.y() - point_.y() > reach_ || box.max.y() - point_.y() < -reach_ ||
+           box.max.x() - point_.x() < -reach_;
 }
 
 void ParityCount::add(qcVector<2> const& from, qcVector<2> const& to)
@@ -167,12 +174,17 @@ ParityCount SlabIndex::countSlab(std::vector<qcVector<2>> const& outline, qcVect
 std::optional<bool> insideByAllEdges(std::vector<qcVector<2>> const& outline,
                                      qcVector<2> const& point, ParityReach const& reach)
 {
+    constexpr std::size_t kRun = 8;
     if (!reach.rayLeavesOutline(point))
         return std::nullopt;
     ParityCount count(point, reach.toVertex(), reach.toEdge());
-    forEachEdge(outline, true, [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {
-        count.add(from, to);
-    });
+    for (std::size_t begin = 0; begin < outline.size(); begin += kRun) {
+        std::size_t const end = std::min(begin + kRun, outline.size());
+        if (end - begin == kRun && count.leavesOut(boxOfEdges(outline, true, begin, end)))
+            continue;
+        for (std::size_t k = begin; k < end; ++k)
+            count.add(edgeStart(outline, true, k), edgeEnd(outline, true, k));
+    }
     return count.inside();
 }
 

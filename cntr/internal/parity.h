@@ -77,6 +77,9 @@ public:
 
     void add(qcVector<2> const& from, qcVector<2> const& to);
 
+    /// Whether add() passes over all edges in the box, which stands above, below or left of the point.
+    bool leavesOut(Box const& box) const;
+
     /// Whether the point is inside, nothing where an edge or vertex was too near.
     std::optional<bool> inside() const
     {
