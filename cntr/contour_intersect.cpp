@@ -156,8 +156,14 @@ std::vector<EdgeHit> qcContour::hits(HitQuery const& query) const
         qnInternal::SegmentReach const reach(query, index->scale());
         index->forEachLeaf(reach, [&](std::size_t leaf, Box const&) {
             std::size_t const begin = index->leafBegin(leaf);
+            std::size_t const end = index->leafEnd(leaf);
+            if (!reach.oblique()) {
+                for (std::size_t k = begin; k < end; ++k)
+                    look(k);
+                return;
+            }
             double before = reach.offset(qnInternal::edgeStart(points_, closed, begin));
-            for (std::size_t k = begin; k < index->leafEnd(leaf); ++k) {
+            for (std::size_t k = begin; k < end; ++k) {
                 double const after = reach.offset(qnInternal::edgeEnd(points_, closed, k));
                 if (reach.mayMeet(before, after))
                     look(k);

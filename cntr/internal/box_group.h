@@ -20,7 +20,7 @@ inline bool edgeOverlaps(qcVector<2> const& from, qcVector<2> const& to, Box con
     Pair const low = smaller(pairOf(to), pairOf(from));
     Pair const high = larger(pairOf(to), pairOf(from));
     PairMask const both = (high >= pairOf(box.min)) & ~(low > pairOf(box.max));
-    return (both[0] & both[1]) != 0;
+    return bitsOf(both) == 3;
 }
 
 /// One number for each of eight boxes.
@@ -37,11 +37,10 @@ inline Pair pairAt(Eight const& numbers, std::size_t i)
 template <class Test>
 unsigned eightBits(Test const& test)
 {
-    PairMask bits{};
-    PairMask places{1, 2};
-    for (std::size_t i = 0; i < 4; ++i, places <<= 2)
-        bits |= test(i) & places;
-    return static_cast<unsigned>(bits[0] | bits[1]);
+    unsigned bits = 0;
+    for (std::size_t i = 0; i < 4; ++i)
+        bits |= bitsOf(test(i)) << (2 * i);
+    return bits;
 }
 
 /// Calls visit(k) for every bit k, ascending.

@@ -35,6 +35,9 @@ public:
         return near == 0 || !oblique_ ? near : near & ~boxesOnOneSide(boxes);
     }
 
+    /// Whether the segment is so long and oblique that its box alone would let much through.
+    bool oblique() const { return oblique_; }
+
     /// How far a point is off the segment's line, in units of the segment's length.
     double offset(qcVector<2> const& point) const { return direction_.cross(point - a_); }
 
@@ -54,7 +57,7 @@ private:
     double absY_;
     double margin_;
     double squaredLimit_;
-    bool oblique_;  // so long and oblique that its box alone would let much through
+    bool oblique_;
 };
 
 /// A box over every eight consecutive edges, a leaf, and a hierarchy of eights above. Built in one

@@ -3,11 +3,25 @@
 
 #include <qc/core/vector.h>
 
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
 namespace qnInternal {
 
 /// Two doubles that are computed with together: x and y of a point, or one bound of two boxes.
 using Pair = double __attribute__((vector_size(16)));
 using PairMask = decltype(Pair{} < Pair{});  // all bits of a half, or none
+
+/// Bit 0 for the first half of a mask, bit 1 for the second.
+inline unsigned bitsOf(PairMask mask)
+{
+#ifdef __SSE2__
+    return static_cast<unsigned>(_mm_movemask_pd(reinterpret_cast<__m128d>(mask)));
+#else
+    return static_cast<unsigned>(mask[0] & 1) | static_cast<unsigned>(mask[1] & 2);
+#endif
+}
 
 inline Pair both(double value)
 {
