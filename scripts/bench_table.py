@@ -36,9 +36,13 @@ def aim(question, shape, size):
     return AIMS.get((question, size)) or AIMS.get((question, shape)) or AIMS.get(question)
 
 
-def times(paths):
-    """{(question, shape, n): {library: nanoseconds}} and the context of the run, with the number of
-    repetitions."""
+def median(values):
+    return sorted(values)[len(values) // 2]
+
+
+def times(paths, pick=median):
+    """{(question, shape, n): {library: nanoseconds}}, of which `pick` takes one of the repetitions, and
+    the context of the run, with the number of repetitions."""
     samples, context = defaultdict(list), {}
     for path in paths:
         run = json.loads(Path(path).read_text(encoding="utf-8"))
@@ -50,7 +54,7 @@ def times(paths):
     context["repetitions"] = max(map(len, samples.values()), default=0)
     found = defaultdict(dict)
     for (question, library, shape, size), values in samples.items():
-        found[question, shape, int(size)][library] = sorted(values)[len(values) // 2]
+        found[question, shape, int(size)][library] = pick(values)
     return found, context
 
 
