@@ -54,7 +54,9 @@ std::vector<int> qcContour::vertexIndex(qcVector<2> const& point, double toleran
         return {};  // no distance is below it; and a NaN would never be found again
     if (!vertexIndexCache_)
         vertexIndexCache_ = std::make_unique<qc_VertexIndexCache>();
-    return vertexIndexCache_->grid(points_, tolerance).near(points_, point);
+    std::vector<int> found;
+    vertexIndexCache_->grid(points_, tolerance).findNear(points_, point, found);
+    return found;
 }
 
 long qcContour::extremalVertexIndex(qcRadian const& angle) const

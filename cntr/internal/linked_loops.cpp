@@ -6,6 +6,7 @@
 #include <cntr/contour_defs.h>
 
 #include <algorithm>
+#include <iterator>
 #include <set>
 
 namespace qnInternal {
@@ -14,10 +15,11 @@ LinkedLoops::LinkedLoops(std::vector<qcVector<2>> const& walk)
     : walk_(walk), grid_(walk, kOnSegment), twins_(walk.size()), next_(walk.size()),
       previous_(walk.size()), loopOf_(walk.size(), 0), loops_{{0, walk.size()}}, order_{0}
 {
+    std::vector<int> near;
     for (std::size_t i = 0; i < walk.size(); ++i) {
-        auto near = grid_.near(walk, walk[i]);
-        near.erase(std::remove(near.begin(), near.end(), static_cast<int>(i)), near.end());
-        twins_[i] = std::move(near);
+        grid_.findNear(walk, walk[i], near);
+        std::copy_if(near.begin(), near.end(), std::back_inserter(twins_[i]),
+                     [i](int vertex) { return vertex != static_cast<int>(i); });
         link(i, (i + 1) % walk.size());
     }
 }

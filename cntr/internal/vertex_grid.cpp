@@ -88,42 +88,40 @@ VertexGrid::Place VertexGrid::cellOf(qcVector<2> const& point) const
     return {cellNumber(place.column), cellNumber(place.row)};
 }
 
-std::vector<int> VertexGrid::near(std::vector<qcVector<2>> const& points,
-                                  qcVector<2> const& point) const
+void VertexGrid::findNear(std::vector<qcVector<2>> const& points, qcVector<2> const& point,
+                          std::vector<int>& found) const
 {
-    std::vector<int> found;
+    found.clear();
     if (!isFinite(point))
-        return found;
+        return;
     Place const place = placeOf(point);
     if (!isInner(place.column) || !isInner(place.row))
-        return nearOutermost(points, point);
+        return findNearOutermost(points, point, found);
     forEachBetween({place.column - 1, place.row - 1}, {place.column + 1, place.row + 1},
                    [&](Entry const& entry) {
                        auto const i = static_cast<std::size_t>(entry.vertex);
                        if (points[i].distance(point) < tolerance_)
                            found.push_back(entry.vertex);
                    });
-    return found;
 }
 
-std::vector<int> VertexGrid::nearOutermost(std::vector<qcVector<2>> const& points,
-                                           qcVector<2> const& point) const
+void VertexGrid::findNearOutermost(std::vector<qcVector<2>> const& points, qcVector<2> const& point,
+                                   std::vector<int>& found) const
 {
     Place const place = placeOf(point);
     qcVector<2> const reach(kReach * tolerance_, kReach * tolerance_);
-    std::vector<Entry> inside;
+    auto const vertex = [&](int number) { return points[static_cast<std::size_t>(number)]; };
     forEachBetween(placeOf(point - reach), placeOf(point + reach), [&](Entry const& entry) {
         if (areNeighbours(entry.place.column, place.column) &&
             areNeighbours(entry.place.row, place.row) &&
-            points[static_cast<std::size_t>(entry.vertex)].distance(point) < tolerance_)
-            inside.push_back(
-                {{cellNumber(entry.place.column), cellNumber(entry.place.row)}, entry.vertex});
+            vertex(entry.vertex).distance(point) < tolerance_)
+            found.push_back(entry.vertex);
     });
-    std::sort(inside.begin(), inside.end(), isEntryBefore);
-    std::vector<int> found;
-    for (auto const& entry : inside)
-        found.push_back(entry.vertex);
-    return found;
+    // Cells that hold many columns or rows.
+    if (found.size() > 1)
+        std::sort(found.begin(), found.end(), [&](int a, int b) {
+            return isEntryBefore({cellOf(vertex(a)), a}, {cellOf(vertex(b)), b});
+        });
 }
 
 template <class Visit>

@@ -17,9 +17,10 @@ public:
 
     double tolerance() const { return tolerance_; }
 
-    /// Indices of the vertices nearer to `point` than the tolerance that lie in its cell or one around
-    /// it: cell by cell, x before y, ascending inside a cell.
-    std::vector<int> near(std::vector<qcVector<2>> const& points, qcVector<2> const& point) const;
+    /// Replaces `found` by the indices of the vertices nearer to `point` than the tolerance that lie in
+    /// its cell or one around it: cell by cell, x before y, ascending inside a cell.
+    void findNear(std::vector<qcVector<2>> const& points, qcVector<2> const& point,
+                  std::vector<int>& found) const;
 
     /// Multiples of the cell's width: whole numbers, or infinite.
     struct Place {
@@ -39,8 +40,8 @@ private:
     static bool isBefore(Entry const& a, Place const& b);
     static bool isEntryBefore(Entry const& a, Entry const& b);
     Place placeOf(qcVector<2> const& point) const;
-    std::vector<int> nearOutermost(std::vector<qcVector<2>> const& points,
-                                   qcVector<2> const& point) const;
+    void findNearOutermost(std::vector<qcVector<2>> const& points, qcVector<2> const& point,
+                           std::vector<int>& found) const;
 
     template <class Visit>
     void forEachBetween(Place const& low, Place const& high, Visit const& visit) const;
