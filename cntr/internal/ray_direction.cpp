@@ -28,8 +28,10 @@ double angleOf(qcVector<2> const& direction)
 /// The directions from a point between two angles, no more than a quarter turn apart.
 class Wedge {
 public:
-    Wedge(qcVector<2> const& apex, double from, double to)
-        : apex_(apex), from_(from), to_(to), right_(1.0, qcRadian(from)), left_(1.0, qcRadian(to))
+    /// `scale` bounds the coordinates of the points that are looked at.
+    Wedge(qcVector<2> const& apex, double from, double to, double scale)
+        : apex_(apex), from_(from), to_(to), right_(1.0, qcRadian(from)), left_(1.0, qcRadian(to)),
+          slack_(kRounding * (scale + std::fabs(apex.x()) + std::fabs(apex.y())))
     {
     }
 
@@ -45,9 +47,7 @@ public:
             auto const largestCross = [&](qcVector<2> const& u) {
                 return u.x() * (u.x() > 0 ? highY : lowY) - u.y() * (u.y() > 0 ? lowX : highX);
             };
-            Pair const slack = kRounding * (larger(lowX, -lowX) + larger(lowY, -lowY) +
-                                            larger(highX, -highX) + larger(highY, -highY));
-            return ~((largestCross(right_) < -slack) | (-largestCross(-left_) > slack));
+            return ~((largestCross(right_) < -slack_) | (-largestCross(-left_) > slack_));
         });
     }
 
@@ -55,8 +55,7 @@ public:
     void appendAngle(qcVector<2> const& vertex, std::vector<double>& angles) const
     {
         qcVector<2> const d = vertex - apex_;
-        double const slack = kRounding * absoluteSum(d);
-        if (right_.cross(d) < -slack || left_.cross(d) > slack)
+        if (right_.cross(d) < -slack_ || left_.cross(d) > slack_)
             return;
         double const angle = angleOf(d);
         if (angle >= from_ && angle < to_)
@@ -64,15 +63,14 @@ public:
     }
 
 private:
-    static constexpr double kRounding = 1e-12;
-
-    static double absoluteSum(qcVector<2> const& v) { return std::fabs(v.x()) + std::fabs(v.y()); }
+    static constexpr double kRounding = 4e-12;  // of a cross product with a direction, amply
 
     qcVector<2> apex_;
     double from_;
     double to_;
     qcVector<2> right_;
     qcVector<2> left_;
+    double slack_;
 };
 
 /// Replaces `angles` by those of the vertices seen in the wedge; false where they are more than `most`,
@@ -99,7 +97,7 @@ double findFirstAngles(std::vector<qcVector<2>> const& outline, EdgeIndex const&
     constexpr std::size_t kMost = 64;
     constexpr std::ptrdiff_t kFew = 8;
     std::size_t most = kMost;
-    while (!findAngles(outline, index, Wedge(point, from, to), most, angles)) {
+    while (!findAngles(outline, index, Wedge(point, from, to, index.scale()), most, angles)) {
         std::nth_element(angles.begin(), angles.begin() + kFew, angles.end());
         double const nearer = angles[kFew];
         if (to <= from + narrow)
