@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace qnInternal {
@@ -16,7 +17,7 @@ namespace {
 struct Run {
     Pair low;
     Pair high;
-    Pair lowStep;  // the smallest differences of consecutive points, or 0
+    Pair lowStep;  // of the differences of consecutive points
     Pair highStep;
     Pair sum;  // of the differences: NaN where a coordinate is
 };
@@ -25,7 +26,8 @@ struct Run {
 Run runOver(qcVector<2> const& from, qcVector<2> const* points, std::size_t count)
 {
     Pair previous = pairOf(from);
-    Run run{previous, previous, Pair{}, Pair{}, Pair{}};
+    constexpr double kFar = std::numeric_limits<double>::infinity();
+    Run run{previous, previous, both(kFar), both(-kFar), Pair{}};
     for (std::size_t i = 0; i < count; ++i) {
         Pair const point = pairOf(points[i]);
         run.low = smaller(point, run.low);
@@ -115,9 +117,7 @@ void EdgeIndex::addLeaves(std::vector<qcVector<2>> const& points)
         tooSmall = tooSmall || anyTooSmall(run, to, count);
         Group& group = boxes_.lowest(leaf / kFan);
         group.set(leaf % kFan, {{run.low[0], run.low[1]}, {run.high[0], run.high[1]}});
-        group.ways[leaf % kFan] = static_cast<unsigned char>(
-            (run.lowStep[0] < 0 ? kLeft : 0U) | (run.highStep[0] > 0 ? kRight : 0U) |
-            (run.lowStep[1] < 0 ? kDown : 0U) | (run.highStep[1] > 0 ? kUp : 0U));
+        group.ways[leaf % kFan] = waysBetween(run.lowStep, run.highStep);
         to += count;
         from = to[-1];
     }

@@ -127,24 +127,38 @@ public:
     {
         return boxes_.boxesIn(level, group);
     }
+    std::size_t boxCount(std::size_t level) const { return boxes_.boxCount(level); }
     Box box(std::size_t level, std::size_t node) const { return boxes_.box(level, node); }
 
     /// The leaf whose box is `node` of level 0.
     std::size_t leafAt(std::size_t node) const { return inOutlineOrder() ? node : leafAt_[node]; }
 
-    /// Whether the edges of two nodes together run both ways in x or both ways in y. If those of one
-    /// node do not, they meet nowhere but at shared ends; nor do those of two that are neighbours
-    /// on the outline.
+    /// Whether edges of two nodes, one and the same or neighbours on the outline, may meet elsewhere
+    /// than at shared ends. They do not where all run one way in x and none stands still, so that the
+    /// boxes of no two overlap; or the same in y; or where they go back neither in x nor in y.
     bool turn(std::size_t level, std::size_t node, std::size_t other) const
     {
         unsigned const ways = waysOf(level, node) | waysOf(level, other);
-        return (ways & (kLeft | kRight)) == (kLeft | kRight) ||
-               (ways & (kDown | kUp)) == (kDown | kUp);
+        auto const all = [&](unsigned some) { return (ways & some) == some; };
+        constexpr unsigned kBack = kLess | kMore;
+        constexpr unsigned kBackOrStill = kNotLess | kNotMore;
+        return (all(kBack) || all(kBack << kBitsOfX)) &&
+               all(kBackOrStill | kBackOrStill << kBitsOfX);
     }
 
 private:
-    /// The ways in which edges run, as bits.
-    enum Way : unsigned { kLeft = 1, kRight = 2, kDown = 4, kUp = 8 };
+    /// The ways in which edges run in x, as bits, and behind them those in y.
+    enum Way : unsigned { kLess = 1, kMore = 2, kNotLess = 4, kNotMore = 8 };
+    static constexpr unsigned kBitsOfX = 4;
+
+    static unsigned char waysBetween(Pair lowStep, Pair highStep)
+    {
+        auto const inBoth = [](unsigned way) { return PairMask{way, way << kBitsOfX}; };
+        PairMask const ways = ((lowStep < 0) & inBoth(kLess)) | ((highStep > 0) & inBoth(kMore)) |
+                              ((highStep >= 0) & inBoth(kNotLess)) |
+                              ((lowStep <= 0) & inBoth(kNotMore));
+        return static_cast<unsigned char>(ways[0] | ways[1]);
+    }
 
     struct Group : BoxGroup {
         std::array<unsigned char, kFan> ways{};  // of the edges below each box

@@ -94,7 +94,7 @@ private:
     bool areNeighbours(std::size_t level, std::size_t a, std::size_t b) const
     {
         if (index_.inOutlineOrder())
-            return a + 1 == b;
+            return a + 1 == b || (closed_ && a == 0 && b + 1 == index_.boxCount(level));
         return level == 0 && (index_.leafAt(a) + 1 == index_.leafAt(b) ||
                               index_.leafAt(b) + 1 == index_.leafAt(a));
     }
