@@ -11,12 +11,11 @@
 namespace qnInternal {
 
 /// Level 0 holds the boxes themselves, the last level a single group. Box `node` of a level is that
-/// around group `node` of the level below. `Group` is a BoxGroup; its enclose(i, below) makes box i
-/// that around another group.
-template <class Group>
+/// around group `node` of the level below.
 class BoxHierarchy {
 public:
     static constexpr std::size_t kFan = BoxGroup::kSize;
+    static constexpr std::size_t kMostLevels = 24;  // 8^22 boxes are more than memory holds
 
     /// With room for `count` boxes, one at least.
     explicit BoxHierarchy(std::size_t count)
@@ -39,7 +38,7 @@ public:
     {
         return std::min(kFan, boxCount_[level] - group * kFan);
     }
-    Group const& group(std::size_t level, std::size_t number) const
+    BoxGroup const& group(std::size_t level, std::size_t number) const
     {
         return groups_[groupBegin_[level] + number];
     }
@@ -50,7 +49,7 @@ public:
     Box rootBox() const { return groups_.back().all(); }
 
     /// A group of level 0, to be filled.
-    Group& lowest(std::size_t number) { return groups_[number]; }
+    BoxGroup& lowest(std::size_t number) { return groups_[number]; }
 
     /// Makes all boxes above level 0.
     void addLevelsAbove()
@@ -75,7 +74,7 @@ private:
                  Visit const& visit) const
     {
         unsigned const all = (1U << boxesIn(level, number)) - 1;
-        Group const& boxes = group(level, number);
+        BoxGroup const& boxes = group(level, number);
         forEachBit(touches(boxes) & all, [&](std::size_t i) {
             std::size_t const node = number * kFan + i;
             if (level == 0)
@@ -86,9 +85,9 @@ private:
     }
 
     std::size_t levelCount_ = 1;
-    std::array<std::size_t, 24> boxCount_{};    // 8^22 boxes are more than memory holds
-    std::array<std::size_t, 24> groupBegin_{};  // both by level
-    std::vector<Group> groups_;                 // level by level
+    std::array<std::size_t, kMostLevels> boxCount_{};
+    std::array<std::size_t, kMostLevels> groupBegin_{};  // both by level
+    std::vector<BoxGroup> groups_;                       // level by level
 };
 
 }  // namespace qnInternal

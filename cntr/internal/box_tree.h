@@ -27,7 +27,7 @@ public:
 private:
     std::vector<std::size_t> anywhere_;
     std::vector<std::uint32_t> numberAt_;  // by place on the curve
-    BoxHierarchy<BoxGroup> boxes_;
+    BoxHierarchy boxes_;
     std::size_t count_;
 };
 

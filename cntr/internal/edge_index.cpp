@@ -6,37 +6,28 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <utility>
 
 namespace qnInternal {
 
 namespace {
 
-/// What a run of edges adds up to.
+/// A run of edges.
 struct Run {
     Pair low;
     Pair high;
-    Pair lowStep;  // of the differences of consecutive points
-    Pair highStep;
-    Pair sum;  // of the differences: NaN where a coordinate is
+    Pair sum{};  // of the points: not finite where a coordinate is not
 };
 
 /// Of the edges to `count` points, the first of them from `from`.
 Run runOver(qcVector<2> const& from, qcVector<2> const* points, std::size_t count)
 {
-    Pair previous = pairOf(from);
-    constexpr double kFar = std::numeric_limits<double>::infinity();
-    Run run{previous, previous, both(kFar), both(-kFar), Pair{}};
+    Run run{pairOf(from), pairOf(from)};
     for (std::size_t i = 0; i < count; ++i) {
         Pair const point = pairOf(points[i]);
         run.low = smaller(point, run.low);
         run.high = larger(point, run.high);
-        Pair const step = point - previous;
-        run.lowStep = smaller(step, run.lowStep);
-        run.highStep = larger(step, run.highStep);
-        run.sum += step;
-        previous = point;
+        run.sum += point;
     }
     return run;
 }
@@ -115,9 +106,8 @@ void EdgeIndex::addLeaves(std::vector<qcVector<2>> const& points)
         Run const run = runOver(from, to, count);
         sum += run.sum;
         tooSmall = tooSmall || anyTooSmall(run, to, count);
-        Group& group = boxes_.lowest(leaf / kFan);
-        group.set(leaf % kFan, {{run.low[0], run.low[1]}, {run.high[0], run.high[1]}});
-        group.ways[leaf % kFan] = waysBetween(run.lowStep, run.highStep);
+        boxes_.lowest(leaf / kFan)
+            .set(leaf % kFan, {{run.low[0], run.low[1]}, {run.high[0], run.high[1]}});
         to += count;
         from = to[-1];
     }
@@ -152,10 +142,7 @@ void EdgeIndex::sortLeavesAlongCurve()
     auto const former = boxes_;
     for (std::size_t node = 0; node < places.size(); ++node) {
         leafAt_[node] = places[node].number;
-        Group const& from = former.group(0, leafAt_[node] / kFan);
-        Group& group = boxes_.lowest(node / kFan);
-        group.set(node % kFan, from.box(leafAt_[node] % kFan));
-        group.ways[node % kFan] = from.ways[leafAt_[node] % kFan];
+        boxes_.lowest(node / kFan).set(node % kFan, former.box(0, leafAt_[node]));
     }
 }
 

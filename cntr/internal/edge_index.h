@@ -11,7 +11,6 @@
 
 #include <qc/core/vector.h>
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -133,51 +132,7 @@ public:
     /// The leaf whose box is `node` of level 0.
     std::size_t leafAt(std::size_t node) const { return inOutlineOrder() ? node : leafAt_[node]; }
 
-    /// Whether edges of two nodes, one and the same or neighbours on the outline, may meet elsewhere
-    /// than at shared ends. They do not where all run one way in x and none stands still, so that the
-    /// boxes of no two overlap; or the same in y; or where they go back neither in x nor in y.
-    bool turn(std::size_t level, std::size_t node, std::size_t other) const
-    {
-        unsigned const ways = waysOf(level, node) | waysOf(level, other);
-        auto const all = [&](unsigned some) { return (ways & some) == some; };
-        constexpr unsigned kBack = kLess | kMore;
-        constexpr unsigned kBackOrStill = kNotLess | kNotMore;
-        return (all(kBack) || all(kBack << kBitsOfX)) &&
-               all(kBackOrStill | kBackOrStill << kBitsOfX);
-    }
-
 private:
-    /// The ways in which edges run in x, as bits, and behind them those in y.
-    enum Way : unsigned { kLess = 1, kMore = 2, kNotLess = 4, kNotMore = 8 };
-    static constexpr unsigned kBitsOfX = 4;
-
-    static unsigned char waysBetween(Pair lowStep, Pair highStep)
-    {
-        auto const inBoth = [](unsigned way) { return PairMask{way, way << kBitsOfX}; };
-        PairMask const ways = ((lowStep < 0) & inBoth(kLess)) | ((highStep > 0) & inBoth(kMore)) |
-                              ((highStep >= 0) & inBoth(kNotLess)) |
-                              ((lowStep <= 0) & inBoth(kNotMore));
-        return static_cast<unsigned char>(ways[0] | ways[1]);
-    }
-
-    struct Group : BoxGroup {
-        std::array<unsigned char, kFan> ways{};  // of the edges below each box
-
-        void enclose(std::size_t i, Group const& below)
-        {
-            BoxGroup::enclose(i, below);
-            unsigned all = 0;
-            for (unsigned const way : below.ways)
-                all |= way;
-            ways[i] = static_cast<unsigned char>(all);
-        }
-    };
-
-    unsigned waysOf(std::size_t level, std::size_t node) const
-    {
-        return boxes_.group(level, node / kFan).ways[node % kFan];
-    }
-
     void addLeaves(std::vector<qcVector<2>> const& points);
     bool levelsOverlap() const;
     void sortLeavesAlongCurve();
@@ -189,7 +144,7 @@ private:
     bool foldsBack_ = false;
     double scale_ = 0;
     Box rootBox_;
-    BoxHierarchy<Group> boxes_;
+    BoxHierarchy boxes_;
     std::vector<std::uint32_t> leafAt_;  // empty in outline order
 };
 

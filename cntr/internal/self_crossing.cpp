@@ -2,6 +2,7 @@
 #include "cntr/internal/self_crossing.h"
 
 #include "cntr/internal/edge_hits.h"
+#include "cntr/internal/edge_ways.h"
 #include "cntr/internal/tolerances.h"
 
 #include <qc/core/compare.h>
@@ -49,7 +50,7 @@ bool anyTwoMeet(Edge const* begin, Edge const* end)
 class Search {
 public:
     Search(EdgeIndex const& index, std::vector<qcVector<2>> const& points, bool closed)
-        : index_(index), points_(points), closed_(closed)
+        : index_(index), points_(points), closed_(closed), ways_(index, points)
     {
     }
 
@@ -63,7 +64,7 @@ private:
         std::size_t const begin = group * EdgeIndex::kFan;
         for (std::size_t i = 0; i < index_.boxesIn(level, group); ++i) {
             std::size_t const node = begin + i;
-            if (index_.turn(level, node, node) &&
+            if (ways_.turn(level, node, node) &&
                 (level == 0 ? withinLeaf(node) : within(level - 1, node)))
                 return true;
             unsigned const later = boxes.overlapping(boxes.box(i)) & (~1U << i);
@@ -76,7 +77,7 @@ private:
     /// Whether an edge below one box meets one below another, which overlaps it.
     bool between(std::size_t level, std::size_t a, std::size_t b) const
     {
-        if (areNeighbours(level, a, b) && !index_.turn(level, a, b))
+        if (areNeighbours(level, a, b) && !ways_.turn(level, a, b))
             return false;
         if (level == 0)
             return betweenLeaves(a, b);
@@ -144,6 +145,7 @@ private:
     EdgeIndex const& index_;
     std::vector<qcVector<2>> const& points_;
     bool closed_;
+    EdgeWays ways_;
 };
 
 }  // namespace
@@ -151,11 +153,15 @@ private:
 bool anyOfFewEdgesMeets(std::vector<qcVector<2>> const& points, bool closed)
 {
     std::array<Edge, kMaxPlainEdges> edges;
-    std::size_t count = 0;
-    for (std::size_t k = 0; k < edgeCount(points.size(), closed); ++k)
-        if (fillWith(edges[count], edgeStart(points, closed, k), edgeEnd(points, closed, k)))
-            ++count;
-    return anyTwoMeet(edges.data(), edges.data() + count);
+    Edge* end = edges.data();
+    for (std::size_t k = 0; k < edgeCount(points.size(), closed); ++k) {
+        if (!fillWith(*end, edgeStart(points, closed, k), edgeEnd(points, closed, k)))
+            continue;
+        if (std::any_of(edges.data(), end, [&](Edge const& edge) { return meet(edge, *end); }))
+            return true;
+        ++end;
+    }
+    return false;
 }
 
 bool anyEdgeMeetsAnother(EdgeIndex const& index, std::vector<qcVector<2>> const& points,
