@@ -47,11 +47,6 @@ bool surelyOn(qcVector<2> const& from, qcVector<2> const& along, double squaredL
 
 }  // namespace
 
-double marginAt(double extent)
-{
-    return 4 * kOnSegment + 1e-12 * extent;
-}
-
 std::optional<qcVector<2>> HitQuery::meetsInBox(qcVector<2> const& from,
                                                 qcVector<2> const& to) const
 {
@@ -98,12 +93,7 @@ std::optional<qcVector<2>> HitQuery::meetsExactly(qcVector<2> const& from,
     return std::nullopt;
 }
 
-bool HitQuery::regular() const
-{
-    return largestCoordinate(box_) <= kLargestRegular && direction_ * direction_ >= kShortestSquare;
-}
-
-void HitQuery::sortAlong(std::vector<EdgeHit>& hits) const
+void HitQuery::sortSeveral(std::vector<EdgeHit>& hits) const
 {
     if (hits.size() > kMaxExchanged && sortByDistinctKeys(hits))
         return;

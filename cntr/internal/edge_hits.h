@@ -4,6 +4,7 @@
 
 #include "cntr/internal/box.h"
 #include "cntr/internal/box_group.h"
+#include "cntr/internal/tolerances.h"
 
 #include <qc/core/vector.h>
 
@@ -20,7 +21,10 @@ struct EdgeHit {
 
 /// How far off a segment's line a meeting point can be, amply: within kOnSegment of it, up to some ulps
 /// of the coordinates, whose absolute values add up to `extent` or less.
-double marginAt(double extent);
+inline double marginAt(double extent)
+{
+    return 4 * kOnSegment + 1e-12 * extent;
+}
 
 /// Whether two offsets from a line have one sign, and squares above a limit.
 inline bool onOneSide(double first, double second, double squaredLimit)
@@ -45,7 +49,11 @@ public:
 
     /// Whether distances from the segment keep their digits: no coordinate is too large for its
     /// square, nor is the segment too short for its own.
-    bool regular() const;
+    bool regular() const
+    {
+        return largestCoordinate(box_) <= kLargestRegular &&
+               direction_ * direction_ >= kShortestSquare;
+    }
 
     /// Where the edge between two points meets the segment. An edge whose ends are one point, or
     /// parallel to the segment, does not.
@@ -56,9 +64,15 @@ public:
 
     /// Orders hits along the segment, from a to b; hits come in ascending order of edges. The order
     /// of hits equally far along is that of a plain exchange sort.
-    void sortAlong(std::vector<EdgeHit>& hits) const;
+    void sortAlong(std::vector<EdgeHit>& hits) const
+    {
+        if (hits.size() > 1)
+            sortSeveral(hits);
+    }
 
 private:
+    void sortSeveral(std::vector<EdgeHit>& hits) const;
+
     /// meets() for an edge whose box overlaps that of the segment: exactly, where no quicker test is
     /// sure of the same answer.
     std::optional<qcVector<2>> meetsInBox(qcVector<2> const& from, qcVector<2> const& to) const;

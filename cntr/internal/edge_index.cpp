@@ -52,15 +52,6 @@ bool anyTooSmall(Run const& run, qcVector<2> const* points, std::size_t count)
 
 }  // namespace
 
-SegmentReach::SegmentReach(HitQuery const& query, double scale)
-    : box_(query.box()), a_(query.a()), direction_(query.b() - query.a()),
-      absX_(std::fabs(direction_.x())), absY_(std::fabs(direction_.y())),
-      margin_(marginAt(8 * std::max(scale, largestCoordinate(query.box())))),
-      squaredLimit_(direction_ * direction_ * (margin_ * margin_)),
-      oblique_(std::min(absX_, absY_) * 64 > scale)
-{
-}
-
 unsigned SegmentReach::boxesOnOneSide(BoxGroup const& boxes) const
 {
     double const slack = (absX_ + absY_) * margin_;

@@ -11,6 +11,8 @@
 
 #include <qc/core/vector.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -25,7 +27,14 @@ inline constexpr std::size_t kMaxPlainEdges = 32;
 class SegmentReach {
 public:
     /// `scale` bounds the coordinates of the edges.
-    SegmentReach(HitQuery const& query, double scale);
+    SegmentReach(HitQuery const& query, double scale)
+        : box_(query.box()), a_(query.a()), direction_(query.b() - query.a()),
+          absX_(std::fabs(direction_.x())), absY_(std::fabs(direction_.y())),
+          margin_(marginAt(8 * std::max(scale, largestCoordinate(query.box())))),
+          squaredLimit_(direction_ * direction_ * (margin_ * margin_)),
+          oblique_(std::min(absX_, absY_) * 64 > scale)
+    {
+    }
 
     /// Leaves out boxes only where no edge inside can meet the segment.
     unsigned operator()(BoxGroup const& boxes) const
