@@ -4,6 +4,7 @@
 #include "cntr/internal/box.h"
 #include "cntr/internal/box_of_points.h"
 #include "cntr/internal/contour_caches.h"
+#include "cntr/internal/edge_index.h"
 #include "cntr/internal/farthest_pair.h"
 
 #include <cmath>
@@ -30,7 +31,11 @@ qcRect toRect(qnInternal::Box const& box)
 
 qcContour::Bounds const& qcContour::bounds() const
 {
-    if (!bounds_) {
+    if (!bounds_ && edgeIndex_ && edgeIndex_->regular()) {
+        qnInternal::Box box = edgeIndex_->rootBox();
+        qnInternal::keepFirstZeros(points_, box);
+        bounds_ = Bounds{box.min, box.max, true};
+    } else if (!bounds_) {
         auto const extent = qnInternal::boxOfPoints(points_);
         bounds_ = Bounds{extent.box.min, extent.box.max, extent.finite};
     }

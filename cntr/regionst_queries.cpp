@@ -107,20 +107,22 @@ bool qcRegionSet::isSelfIntersecting() const
 
 bool qcRegionSet::anyTwoOutlinesMeet() const
 {
-    auto const meet = [this](std::size_t i, std::size_t j) {
-        return regions_[i]->outlineMeets(*regions_[j]);
+    auto const boxes = outlineBoxes();
+    auto const meet = [&](std::size_t i, std::size_t j) {
+        bool const apart = boxes[i] && boxes[j] && !qnInternal::overlap(*boxes[i], *boxes[j]);
+        return !apart && regions_[i]->outlineMeets(*regions_[j]);
     };
-    if (regions_.size() <= kMaxPlainRegions) {
-        for (std::size_t i = 0; i < regions_.size(); ++i)
-            for (std::size_t j = i + 1; j < regions_.size(); ++j)
+    if (boxes.size() <= kMaxPlainRegions) {
+        for (std::size_t i = 0; i < boxes.size(); ++i)
+            for (std::size_t j = i + 1; j < boxes.size(); ++j)
                 if (meet(i, j))
                     return true;
         return false;
     }
-    qnInternal::BoxTree const tree(outlineBoxes());
+    qnInternal::BoxTree const tree(boxes);
     std::vector<std::size_t> near;
-    for (std::size_t i = 0; i < regions_.size(); ++i) {
-        tree.collect(regions_[i]->outlineBox(), i + 1, near);
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+        tree.collect(boxes[i], i + 1, near);
         if (std::any_of(near.begin(), near.end(), [&](std::size_t j) { return meet(i, j); }))
             return true;
     }

@@ -43,7 +43,8 @@ struct Extremes {
     }
 };
 
-/// The first of equal numbers counts, and 0 equals -0: as if the points had come one by one.
+}  // namespace
+
 void keepFirstZeros(std::vector<qcVector<2>> const& points, Box& box)
 {
     auto const firstZero = [&](double value, auto coordinate) {
@@ -57,8 +58,6 @@ void keepFirstZeros(std::vector<qcVector<2>> const& points, Box& box)
     box.min = {firstZero(box.min.x(), x), firstZero(box.min.y(), y)};
     box.max = {firstZero(box.max.x(), x), firstZero(box.max.y(), y)};
 }
-
-}  // namespace
 
 PointBox boxOfPoints(std::vector<qcVector<2>> const& points)
 {

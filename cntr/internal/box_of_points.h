@@ -35,6 +35,10 @@ inline Box boxOfEdges(std::vector<qcVector<2>> const& points, bool closed, std::
     return {{low[0], low[1]}, {high[0], high[1]}};
 }
 
+/// Gives the zeros among the bounds of the points' box their signs. The first of equal numbers counts,
+/// and 0 equals -0: as if the points had come one by one.
+void keepFirstZeros(std::vector<qcVector<2>> const& points, Box& box);
+
 /// The largest squared distance of a point from `place`, 0 at least. NaN is passed over.
 double largestSquaredDistance(std::vector<qcVector<2>> const& points, qcVector<2> const& place);
 
