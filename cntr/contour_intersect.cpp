@@ -5,6 +5,7 @@
 #include "cntr/internal/edge_hits.h"
 #include "cntr/internal/edge_index.h"
 #include "cntr/internal/edge_walk.h"
+#include "cntr/internal/outline_meetings.h"
 #include "cntr/internal/self_crossing.h"
 #include "cntr/internal/tolerances.h"
 
@@ -13,94 +14,15 @@
 #include <algorithm>
 
 using qnInternal::Box;
-using qnInternal::BoxGroup;
 using qnInternal::EdgeHit;
 using qnInternal::EdgeIndex;
 using qnInternal::HitQuery;
 
 namespace {
 
-/// The leaves of an index in one place.
-class NearLeaves {
-public:
-    struct Leaf {
-        std::size_t number;
-        Box box;
-    };
-
-    /// Takes the leaves whose boxes overlap `place`, ascending.
-    void collect(EdgeIndex const& index, Box const& place)
-    {
-        leaves_.clear();
-        index.forEachLeaf([&](BoxGroup const& boxes) { return boxes.overlapping(place); },
-                          [&](std::size_t leaf, Box const& box) {
-                              leaves_.push_back({leaf, box});
-                          });
-        if (!index.inOutlineOrder())
-            std::sort(leaves_.begin(), leaves_.end(),
-                      [](Leaf const& a, Leaf const& b) { return a.number < b.number; });
-    }
-
-    std::vector<Leaf> const& leaves() const { return leaves_; }
-
-private:
-    std::vector<Leaf> leaves_;
-};
-
-/// The edges of a contour in one place, for several queries there.
-class NearEdges {
-public:
-    NearEdges(std::vector<qcVector<2>> const& points, bool closed)
-        : points_(points), closed_(closed)
-    {
-    }
-
-    /// Takes the edges of `leaves` whose boxes overlap `place`, ascending.
-    void collect(EdgeIndex const& index, NearLeaves const& leaves, Box const& place)
-    {
-        edges_.clear();
-        for (auto const& leaf : leaves.leaves())
-            if (overlap(leaf.box, place))
-                for (std::size_t k = index.leafBegin(leaf.number); k < index.leafEnd(leaf.number);
-                     ++k)
-                    take(k, place);
-    }
-
-    bool empty() const { return edges_.empty(); }
-
-    /// Replaces `hits` by those of a query inside the place.
-    void look(HitQuery const& query, std::vector<EdgeHit>& hits) const
-    {
-        hits.clear();
-        for (auto const& edge : edges_)
-            if (overlap(edge.box, query.box()))
-                if (auto const point =
-                        query.meets(qnInternal::edgeStart(points_, closed_, edge.number),
-                                    qnInternal::edgeEnd(points_, closed_, edge.number)))
-                    hits.push_back({*point, static_cast<int>(edge.number)});
-    }
-
-private:
-    struct Edge {
-        Box box;
-        std::size_t number;
-    };
-
-    void take(std::size_t k, Box const& place)
-    {
-        qcVector<2> const& from = qnInternal::edgeStart(points_, closed_, k);
-        qcVector<2> const& to = qnInternal::edgeEnd(points_, closed_, k);
-        if (!qnInternal::edgeOverlaps(from, to, place))
-            return;
-        Box box = qnInternal::boxOf(from);
-        enclose(box, to);
-        edges_.push_back({box, k});
-    }
-
-    std::vector<qcVector<2>> const& points_;
-    bool closed_;
-    std::vector<Edge> edges_;
-};
+/// Up to so many pairs of edges of two contours one after the other is tested sooner than their boxes
+/// are made (bench/crossings_bench.cpp).
+constexpr std::size_t kFewPairs = 64;
 
 std::vector<qcVector<2>> pointsOf(std::vector<EdgeHit> const& hits)
 {
@@ -203,49 +125,20 @@ std::vector<qcVector<2>> qcContour::intersections(qcLineSeg const& segment, bool
 std::vector<qcVector<2>> qcContour::intersections(qcContour const& other) const
 {
     checkEmptyContour();
-    std::vector<qcVector<2>> found;
-    EdgeIndex const* const index = edgeIndex();
-    // Edges that no index holds may be of any kind: one box decides for each, as in the plain loop.
-    if (index && !other.points_.empty() && other.bounds().finite) {
-        appendHits(other, *index, found);
-        return found;
+    qnInternal::Outline const outline{points_, isClosed()};
+    qnInternal::Outline const others{other.points_, other.isClosed()};
+    if (outline.edges() * others.edges() > kFewPairs) {
+        EdgeIndex const* const index = edgeIndex();
+        if (index || (outline.edges() <= qnInternal::kMaxPlainEdges && bounds().finite))
+            return qnInternal::meetings(outline, index, others);
     }
-    qnInternal::forEachEdge(other.points_, other.isClosed(),
+    std::vector<qcVector<2>> found;
+    qnInternal::forEachEdge(others.points, others.closed,
                             [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {
                                 for (auto const& hit : hits(HitQuery(from, to, true)))
                                     found.push_back(hit.point);
                             });
     return found;
-}
-
-void qcContour::appendHits(qcContour const& other, EdgeIndex const& index,
-                           std::vector<qcVector<2>>& found) const
-{
-    // One descent serves a stretch of the other contour; where outlines fold, long ones reach far.
-    constexpr std::size_t kStretch = 16;
-    constexpr std::size_t kRun = 8;
-    bool const closed = other.isClosed();
-    std::size_t const count = qnInternal::edgeCount(other.points_.size(), closed);
-    NearLeaves leaves;
-    NearEdges edges(points_, isClosed());
-    std::vector<EdgeHit> met;
-    for (std::size_t run = 0; run < count; run += kRun) {
-        if (run % kStretch == 0)
-            leaves.collect(index, qnInternal::boxOfEdges(other.points_, closed, run,
-                                                         std::min(run + kStretch, count)));
-        if (leaves.leaves().empty())
-            continue;
-        std::size_t const end = std::min(run + kRun, count);
-        edges.collect(index, leaves, qnInternal::boxOfEdges(other.points_, closed, run, end));
-        for (std::size_t k = run; k < end && !edges.empty(); ++k) {
-            HitQuery const query(qnInternal::edgeStart(other.points_, closed, k),
-                                 qnInternal::edgeEnd(other.points_, closed, k), true);
-            edges.look(query, met);
-            query.sortAlong(met);
-            for (auto const& hit : met)
-                found.push_back(hit.point);
-        }
-    }
 }
 
 bool qcContour::isSelfIntersecting() const

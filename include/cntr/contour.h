@@ -279,8 +279,6 @@ private:
     std::shared_ptr<qnInternal::EdgeIndex const> edgeIndexInAnyOrder() const;
 
     std::vector<qnInternal::EdgeHit> hits(qnInternal::HitQuery const& query) const;
-    void appendHits(qcContour const& other, qnInternal::EdgeIndex const& index,
-                    std::vector<qcVector<2>>& found) const;
 
     // Whether the outline, taken as closed, contains a point; nothing where only the ray can tell.
     std::optional<bool> certainlyInside(qcVector<2> const& point) const;

@@ -30,6 +30,17 @@ void expectPlainAnswers(OpenContour const& contour, Outline const& outline,
     EXPECT_EQ(difference(ask(contour, questions), answers), "") << "asked again";
 }
 
+void expectPlainCrossings(Outline const& outline, Outline const& other)
+{
+    Points crossings;
+    for (auto const& edge : qnPlain::edges(other.points, other.closed))
+        for (auto const& p :
+             qnPlain::Contour(outline.points, outline.closed).intersections(edge, true))
+            crossings.push_back(p);
+    qcContour const contour(outline.points, outline.closed);
+    EXPECT_EQ(contour.intersections(qcContour(other.points, other.closed)), crossings);
+}
+
 TEST(ContourQueries, AnswerAsThePlainStepsDo)
 {
     std::mt19937 random(11);
@@ -50,15 +61,8 @@ TEST(ContourQueries, AnswerAsThePlainStepsDo)
             EXPECT_EQ(contour.validLine()[k], valid);
             EXPECT_EQ(segments[k], valid ? edges[k] : qcLineSeg());
         }
-        if (outline.points.size() < 2)
-            continue;
-        auto const& other = outlines[random() % outlines.size()];
-        Points crossings;
-        for (auto const& edge : qnPlain::edges(other.points, other.closed))
-            for (auto const& p :
-                 qnPlain::Contour(outline.points, outline.closed).intersections(edge, true))
-                crossings.push_back(p);
-        EXPECT_EQ(contour.intersections(qcContour(other.points, other.closed)), crossings);
+        if (outline.points.size() >= 2)
+            expectPlainCrossings(outline, outlines[random() % outlines.size()]);
     }
 }
 
@@ -70,6 +74,7 @@ TEST(ContourQueries, AnswerAsThePlainStepsDoWhereNumbersAreNotFinite)
     double const odd[] = {kNaN, kInf, -kInf, 1e308, -1e308, 5e-324, 1e-308, -0.0, 3e9, 0.5, 1, 2};
     std::mt19937 random(17);
     auto const pick = [&] { return odd[random() % 12]; };
+    std::vector<Outline> former;
     for (int i = 0; i < rounds(600); ++i) {
         SCOPED_TRACE(i);
         Outline outline{"", {}, i % 3 != 0};
@@ -89,6 +94,10 @@ TEST(ContourQueries, AnswerAsThePlainStepsDoWhereNumbersAreNotFinite)
         OpenContour const contour(outline.points, outline.closed);
         expectPlainAnswers(contour, outline, questions);
         EXPECT_TRUE(contour == OpenContour(contour)) << "equal to its copy";
+        former.push_back(outline);
+        for (auto const& other :
+             {former[random() % former.size()], former[former.size() / 41 * 40]})
+            expectPlainCrossings(outline, other);
     }
     EXPECT_TRUE(
         std::isnan(OpenContour({{kNaN, 0}, {kNaN, 1}}).extremalVertexPosition(qcRadian(0)).x()));

@@ -1,0 +1,267 @@
+// Stretches of one outline against leaves of the other's index, then edges against edges.
+#include "cntr/internal/outline_meetings.h"
+
+#include "cntr/internal/edge_hits.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <optional>
+
+namespace qnInternal {
+
+namespace {
+
+/// The bounds of an edge or of a run of them.
+struct Extent {
+    Pair low;
+    Pair high;
+
+    Box box() const { return {{low[0], low[1]}, {high[0], high[1]}}; }
+};
+
+constexpr double kFar = std::numeric_limits<double>::infinity();
+
+/// Overlaps no other.
+Extent noExtent()
+{
+    return {both(kFar), both(-kFar)};
+}
+
+void enclose(Extent& extent, Extent const& other)
+{
+    extent = {smaller(other.low, extent.low), larger(other.high, extent.high)};
+}
+
+/// Makes boxes i and i + 1 of a group.
+void setTwo(BoxGroup& boxes, std::size_t i, Extent const& first, Extent const& second)
+{
+    auto const set = [i](Eight& numbers, double one, double other) {
+        Pair const pair{one, other};
+        std::memcpy(&numbers[i], &pair, sizeof pair);
+    };
+    set(boxes.minX, first.low[0], second.low[0]);
+    set(boxes.minY, first.low[1], second.low[1]);
+    set(boxes.maxX, first.high[0], second.high[0]);
+    set(boxes.maxY, first.high[1], second.high[1]);
+}
+
+/// Makes the boxes of edges [begin, end), eight at most.
+void setEdges(BoxGroup& boxes, Outline const& outline, std::size_t begin, std::size_t end)
+{
+    Pair from = pairOf(edgeStart(outline.points, outline.closed, begin));
+    qcVector<2> const* to = &edgeEnd(outline.points, outline.closed, begin);
+    qcVector<2> const* const last = to + (end - begin);
+    auto const next = [&] {
+        if (to == last)
+            return noExtent();
+        Pair const start = from;
+        from = pairOf(*to++);
+        return Extent{smaller(from, start), larger(from, start)};
+    };
+    for (std::size_t i = 0; i < BoxGroup::kSize; i += 2) {
+        Extent const first = next();
+        setTwo(boxes, i, first, next());
+    }
+}
+
+class Search {
+public:
+    Search(Outline const& outline, EdgeIndex const* index, Outline const& others)
+        : outline_(outline), index_(index), others_(others)
+    {
+    }
+
+    std::vector<qcVector<2>> run()
+    {
+        std::size_t const count = others_.edges();
+        for (std::size_t begin = 0; begin < count; begin += kStretch)
+            lookAt(begin, std::min(begin + kStretch, count));
+        return std::move(found_);
+    }
+
+private:
+    // A bit of 64 for every edge of a stretch, a bit of 8 for every edge of a run.
+    static constexpr std::size_t kRun = BoxGroup::kSize;
+    static constexpr std::size_t kStretch = kRun * kRun;
+
+    /// Takes the meetings of the other outline's edges [begin, end).
+    void lookAt(std::size_t begin, std::size_t end)
+    {
+        begin_ = begin;
+        end_ = end;
+        for (auto& boxes : boxes_)
+            boxes.reset();
+        bool const finite = takeRuns();
+        if (!finite && end - begin > 1) {
+            for (std::size_t k = begin; k < end; ++k)
+                lookAt(k, k + 1);
+            return;
+        }
+        if (!finite)
+            lookAtAll();
+        else if (index_)
+            lookAtLeaves();
+        else
+            lookAtFew();
+        takeHits();
+    }
+
+    /// Makes the boxes of the runs and that of all; whether every coordinate is finite.
+    bool takeRuns()
+    {
+        runs_ = BoxGroup();
+        whole_ = noExtent();
+        Pair sum{};
+        Pair previous = pairOf(edgeStart(others_.points, others_.closed, begin_));
+        qcVector<2> const* to = &edgeEnd(others_.points, others_.closed, begin_);
+        for (std::size_t run = 0; begin_ + run * kRun < end_; ++run) {
+            Extent extent{previous, previous};
+            sum += previous;
+            for (std::size_t k = begin_ + run * kRun; k < endOf(run); ++k, ++to) {
+                previous = pairOf(*to);
+                sum += previous;
+                enclose(extent, {previous, previous});
+            }
+            runs_.set(run, extent.box());
+            enclose(whole_, extent);
+        }
+        return sum[0] - sum[0] == 0 && sum[1] - sum[1] == 0;
+    }
+
+    std::size_t endOf(std::size_t run) const { return std::min(begin_ + (run + 1) * kRun, end_); }
+
+    void lookAtLeaves()
+    {
+        TwiceBox const whole(whole_.box());
+        index_->forEachLeaf([&](BoxGroup const& boxes) { return boxes.overlapping(whole); },
+                            [&](std::size_t leaf, Box const& box) {
+                                if (unsigned const runs = runs_.overlapping(box))
+                                    lookAtLeaf(leaf, box, runs);
+                            });
+    }
+
+    void lookAtLeaf(std::size_t leaf, Box const& box, unsigned runs)
+    {
+        BoxGroup edges;
+        setEdges(edges, outline_, index_->leafBegin(leaf), index_->leafEnd(leaf));
+        lookAtEdges(index_->leafBegin(leaf), edges, box, runs);
+    }
+
+    void lookAtFew()
+    {
+        std::size_t const count = outline_.edges();
+        for (std::size_t begin = 0; begin < count; begin += BoxGroup::kSize) {
+            BoxGroup edges;
+            setEdges(edges, outline_, begin, std::min(begin + BoxGroup::kSize, count));
+            Box const box = edges.all();
+            lookAtEdges(begin, edges, box, runs_.overlapping(box));
+        }
+    }
+
+    /// Looks at up to eight edges, with the runs in the box of all.
+    void lookAtEdges(std::size_t begin, BoxGroup const& edges, Box const& box, unsigned runs)
+    {
+        forEachBit(runs, [&](std::size_t run) {
+            unsigned const near = edges.overlapping(runs_.box(run));
+            if (near == 0)
+                return;
+            BoxGroup const& others = edgeBoxes(run);
+            if (others.overlapping(box) == 0)
+                return;
+            forEachBit(near, [&](std::size_t i) {
+                forEachBit(others.overlapping(edges.box(i)),
+                           [&](std::size_t other) { look(run * kRun + other, begin + i); });
+            });
+        });
+    }
+
+    /// The boxes of the edges of a run.
+    BoxGroup const& edgeBoxes(std::size_t run)
+    {
+        if (!boxes_[run])
+            setEdges(boxes_[run].emplace(), others_, begin_ + run * kRun, endOf(run));
+        return *boxes_[run];
+    }
+
+    /// For an edge that no box tells the place of.
+    void lookAtAll()
+    {
+        if (index_ && !overlap(index_->rootBox(), query(0).box()))
+            return;
+        for (std::size_t k = 0; k < outline_.edges(); ++k)
+            look(0, k);
+    }
+
+    HitQuery query(std::size_t other) const
+    {
+        return {edgeStart(others_.points, others_.closed, begin_ + other),
+                edgeEnd(others_.points, others_.closed, begin_ + other), true};
+    }
+
+    /// Keeps the meeting of an edge of the stretch with edge k, if there is one.
+    void look(std::size_t other, std::size_t k)
+    {
+        auto const point = query(other).meets(edgeStart(outline_.points, outline_.closed, k),
+                                              edgeEnd(outline_.points, outline_.closed, k));
+        if (!point)
+            return;
+        if (hits_.capacity() == 0)
+            hits_.reserve(kMostlyEnough);
+        std::uint64_t const bit = std::uint64_t{1} << other;
+        hits_.push_back({{*point, static_cast<int>(k)}, queries_ & bit ? last_[other] : kNone});
+        last_[other] = hits_.size() - 1;
+        queries_ |= bit;
+    }
+
+    /// Appends the hits of the stretch, and forgets them.
+    void takeHits()
+    {
+        for (; queries_ != 0; queries_ &= queries_ - 1) {
+            auto const other = static_cast<std::size_t>(__builtin_ctzll(queries_));
+            met_.clear();
+            for (std::size_t i = last_[other]; i != kNone; i = hits_[i].before)
+                met_.push_back(hits_[i].hit);
+            std::sort(met_.begin(), met_.end(),
+                      [](EdgeHit const& a, EdgeHit const& b) { return a.edge < b.edge; });
+            query(other).sortAlong(met_);
+            for (auto const& hit : met_)
+                found_.push_back(hit.point);
+        }
+        hits_.clear();
+    }
+
+    /// The hits of one edge of the stretch are a chain.
+    struct ChainedHit {
+        EdgeHit hit;
+        std::size_t before;
+    };
+    static constexpr std::size_t kMostlyEnough = 32;
+    static constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
+
+    Outline outline_;
+    EdgeIndex const* index_;
+    Outline others_;
+    std::size_t begin_ = 0;  // the stretch
+    std::size_t end_ = 0;
+    BoxGroup runs_;
+    Extent whole_ = noExtent();
+    std::array<std::optional<BoxGroup>, kRun> boxes_;  // of the edges, by run
+    std::vector<ChainedHit> hits_;
+    std::uint64_t queries_ = 0;  // bits of the edges with hits
+    std::array<std::size_t, kStretch> last_{};
+    std::vector<EdgeHit> met_;
+    std::vector<qcVector<2>> found_;
+};
+
+}  // namespace
+
+std::vector<qcVector<2>> meetings(Outline const& outline, EdgeIndex const* index,
+                                  Outline const& others)
+{
+    return Search(outline, index, others).run();
+}
+
+}  // namespace qnInternal
