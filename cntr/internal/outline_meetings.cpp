@@ -6,66 +6,12 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstring>
 #include <limits>
 #include <optional>
 
 namespace qnInternal {
 
 namespace {
-
-/// The bounds of an edge or of a run of them.
-struct Extent {
-    Pair low;
-    Pair high;
-
-    Box box() const { return {{low[0], low[1]}, {high[0], high[1]}}; }
-};
-
-constexpr double kFar = std::numeric_limits<double>::infinity();
-
-/// Overlaps no other.
-Extent noExtent()
-{
-    return {both(kFar), both(-kFar)};
-}
-
-void enclose(Extent& extent, Extent const& other)
-{
-    extent = {smaller(other.low, extent.low), larger(other.high, extent.high)};
-}
-
-/// Makes boxes i and i + 1 of a group.
-void setTwo(BoxGroup& boxes, std::size_t i, Extent const& first, Extent const& second)
-{
-    auto const set = [i](Eight& numbers, double one, double other) {
-        Pair const pair{one, other};
-        std::memcpy(&numbers[i], &pair, sizeof pair);
-    };
-    set(boxes.minX, first.low[0], second.low[0]);
-    set(boxes.minY, first.low[1], second.low[1]);
-    set(boxes.maxX, first.high[0], second.high[0]);
-    set(boxes.maxY, first.high[1], second.high[1]);
-}
-
-/// Makes the boxes of edges [begin, end), eight at most.
-void setEdges(BoxGroup& boxes, Outline const& outline, std::size_t begin, std::size_t end)
-{
-    Pair from = pairOf(edgeStart(outline.points, outline.closed, begin));
-    qcVector<2> const* to = &edgeEnd(outline.points, outline.closed, begin);
-    qcVector<2> const* const last = to + (end - begin);
-    auto const next = [&] {
-        if (to == last)
-            return noExtent();
-        Pair const start = from;
-        from = pairOf(*to++);
-        return Extent{smaller(from, start), larger(from, start)};
-    };
-    for (std::size_t i = 0; i < BoxGroup::kSize; i += 2) {
-        Extent const first = next();
-        setTwo(boxes, i, first, next());
-    }
-}
 
 class Search {
 public:
@@ -145,17 +91,16 @@ private:
 
     void lookAtLeaf(std::size_t leaf, Box const& box, unsigned runs)
     {
-        BoxGroup edges;
-        setEdges(edges, outline_, index_->leafBegin(leaf), index_->leafEnd(leaf));
-        lookAtEdges(index_->leafBegin(leaf), edges, box, runs);
+        std::size_t const begin = index_->leafBegin(leaf);
+        lookAtEdges(begin, boxesOfEdges(outline_, begin, index_->leafEnd(leaf)), box, runs);
     }
 
     void lookAtFew()
     {
         std::size_t const count = outline_.edges();
         for (std::size_t begin = 0; begin < count; begin += BoxGroup::kSize) {
-            BoxGroup edges;
-            setEdges(edges, outline_, begin, std::min(begin + BoxGroup::kSize, count));
+            auto const end = std::min(begin + BoxGroup::kSize, count);
+            BoxGroup const edges = boxesOfEdges(outline_, begin, end);
             Box const box = edges.all();
             lookAtEdges(begin, edges, box, runs_.overlapping(box));
         }
@@ -182,7 +127,7 @@ private:
     BoxGroup const& edgeBoxes(std::size_t run)
     {
         if (!boxes_[run])
-            setEdges(boxes_[run].emplace(), others_, begin_ + run * kRun, endOf(run));
+            boxes_[run] = boxesOfEdges(others_, begin_ + run * kRun, endOf(run));
         return *boxes_[run];
     }
 

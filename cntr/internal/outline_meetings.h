@@ -1,6 +1,7 @@
 /// Where the edges of one outline meet another, found through an index of the other's edge boxes.
 #pragma once
 
+#include "cntr/internal/edge_boxes.h"
 #include "cntr/internal/edge_index.h"
 
 #include <qc/core/vector.h>
@@ -8,14 +9,6 @@
 #include <vector>
 
 namespace qnInternal {
-
-/// An outline as its contour has it.
-struct Outline {
-    std::vector<qcVector<2>> const& points;
-    bool closed;
-
-    std::size_t edges() const { return edgeCount(points.size(), closed); }
-};
 
 /// Where the edges of `others`, each as a query segment with touching ends, meet `outline`: in the
 /// order of these edges, and along each. `index` is that of `outline`, and regular; without one,

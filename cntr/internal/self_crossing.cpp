@@ -1,6 +1,7 @@
 // Pairs of nodes of one index, down to pairs of edges, as far as their boxes overlap.
 #include "cntr/internal/self_crossing.h"
 
+#include "cntr/internal/edge_boxes.h"
 #include "cntr/internal/edge_hits.h"
 #include "cntr/internal/edge_ways.h"
 #include "cntr/internal/tolerances.h"
@@ -100,41 +101,45 @@ private:
                               index_.leafAt(b) + 1 == index_.leafAt(a));
     }
 
+    BoxGroup edgesOf(std::size_t leaf) const
+    {
+        return boxesOfEdges({points_, closed_}, index_.leafBegin(leaf), index_.leafEnd(leaf));
+    }
+
     bool withinLeaf(std::size_t node) const
     {
-        std::array<Edge, EdgeIndex::kFan> edges;
-        std::size_t count = 0;
         std::size_t const leaf = index_.leafAt(node);
-        for (std::size_t k = index_.leafBegin(leaf); k < index_.leafEnd(leaf); ++k)
-            if (fill(edges[count], k))
-                ++count;
-        return anyTwoMeet(edges.data(), edges.data() + count);
+        std::size_t const begin = index_.leafBegin(leaf);
+        BoxGroup const boxes = edgesOf(leaf);
+        for (std::size_t i = 0; i + 2 < index_.leafEnd(leaf) - begin; ++i) {
+            unsigned const later = boxes.overlapping(boxes.box(i)) & (~3U << i);  // not the next
+            if (anyBit(later, [&](std::size_t j) { return edgesMeet(begin + i, begin + j); }))
+                return true;
+        }
+        return false;
     }
 
     bool betweenLeaves(std::size_t a, std::size_t b) const
     {
-        unsigned const some = overlapping(a, index_.box(0, b));
-        unsigned const others = some == 0 ? 0 : overlapping(b, index_.box(0, a));
-        std::size_t const begin = index_.leafBegin(index_.leafAt(a));
-        std::size_t const otherBegin = index_.leafBegin(index_.leafAt(b));
-        Edge edge;
-        Edge other;
-        return anyBit(others == 0 ? 0 : some, [&](std::size_t i) {
-            return fill(edge, begin + i) && anyBit(others, [&](std::size_t j) {
-                       return fill(other, otherBegin + j) && meet(edge, other);
-                   });
+        std::size_t const leaf = index_.leafAt(a);
+        std::size_t const other = index_.leafAt(b);
+        BoxGroup const boxes = edgesOf(leaf);
+        unsigned const some = boxes.overlapping(index_.box(0, b));
+        if (some == 0)
+            return false;
+        BoxGroup const others = edgesOf(other);
+        return anyBit(some, [&](std::size_t i) {
+            return anyBit(others.overlapping(boxes.box(i)), [&](std::size_t j) {
+                return edgesMeet(index_.leafBegin(leaf) + i, index_.leafBegin(other) + j);
+            });
         });
     }
 
-    /// The edges of a leaf, as bits, whose boxes overlap `box`.
-    unsigned overlapping(std::size_t node, Box const& box) const
+    bool edgesMeet(std::size_t k, std::size_t other) const
     {
-        std::size_t const leaf = index_.leafAt(node);
-        unsigned bits = 0;
-        for (std::size_t k = index_.leafBegin(leaf); k < index_.leafEnd(leaf); ++k)
-            if (edgeOverlaps(edgeStart(points_, closed_, k), edgeEnd(points_, closed_, k), box))
-                bits |= 1U << (k - index_.leafBegin(leaf));
-        return bits;
+        Edge first;
+        Edge second;
+        return fill(first, k) && fill(second, other) && meet(first, second);
     }
 
     bool fill(Edge& edge, std::size_t k) const
