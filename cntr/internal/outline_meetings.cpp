@@ -85,14 +85,14 @@ private:
         index_->forEachLeaf([&](BoxGroup const& boxes) { return boxes.overlapping(whole); },
                             [&](std::size_t leaf, Box const& box) {
                                 if (unsigned const runs = runs_.overlapping(box))
-                                    lookAtLeaf(leaf, box, runs);
+                                    lookAtLeaf(leaf, runs);
                             });
     }
 
-    void lookAtLeaf(std::size_t leaf, Box const& box, unsigned runs)
+    void lookAtLeaf(std::size_t leaf, unsigned runs)
     {
         std::size_t const begin = index_->leafBegin(leaf);
-        lookAtEdges(begin, boxesOfEdges(outline_, begin, index_->leafEnd(leaf)), box, runs);
+        lookAtEdges(begin, boxesOfEdges(outline_, begin, index_->leafEnd(leaf)), runs);
     }
 
     void lookAtFew()
@@ -101,21 +101,18 @@ private:
         for (std::size_t begin = 0; begin < count; begin += BoxGroup::kSize) {
             auto const end = std::min(begin + BoxGroup::kSize, count);
             BoxGroup const edges = boxesOfEdges(outline_, begin, end);
-            Box const box = edges.all();
-            lookAtEdges(begin, edges, box, runs_.overlapping(box));
+            lookAtEdges(begin, edges, runs_.overlapping(edges.all()));
         }
     }
 
-    /// Looks at up to eight edges, with the runs in the box of all.
-    void lookAtEdges(std::size_t begin, BoxGroup const& edges, Box const& box, unsigned runs)
+    /// Looks at up to eight edges, with the runs whose boxes overlap that of all.
+    void lookAtEdges(std::size_t begin, BoxGroup const& edges, unsigned runs)
     {
         forEachBit(runs, [&](std::size_t run) {
             unsigned const near = edges.overlapping(runs_.box(run));
             if (near == 0)
                 return;
             BoxGroup const& others = edgeBoxes(run);
-            if (others.overlapping(box) == 0)
-                return;
             forEachBit(near, [&](std::size_t i) {
                 forEachBit(others.overlapping(edges.box(i)),
                            [&](std::size_t other) { look(run * kRun + other, begin + i); });
