@@ -1,7 +1,6 @@
 // Where segments and other contours meet a contour, and whether it meets itself.
 #include <cntr/contour.h>
 
-#include "cntr/internal/box_of_points.h"
 #include "cntr/internal/edge_hits.h"
 #include "cntr/internal/edge_index.h"
 #include "cntr/internal/edge_walk.h"

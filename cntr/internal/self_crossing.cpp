@@ -39,15 +39,6 @@ bool fillWith(Edge& edge, qcVector<2> const& from, qcVector<2> const& to)
     return !qfRealEq(from, to, kSamePoint);
 }
 
-bool anyTwoMeet(Edge const* begin, Edge const* end)
-{
-    for (Edge const* a = begin; a != end; ++a)
-        for (Edge const* b = a + 1; b != end; ++b)
-            if (meet(*a, *b))
-                return true;
-    return false;
-}
-
 class Search {
 public:
     Search(EdgeIndex const& index, std::vector<qcVector<2>> const& points, bool closed)
