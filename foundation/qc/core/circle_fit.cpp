@@ -46,17 +46,17 @@ struct System {
 
 /// Centre of the circle for which the sum of (distance^2 - radius^2)^2 is least. Solved along the
 /// axes of the scatter, where the equations fall apart and thin scatters lose no digits.
-qcVector<2> algebraicCenter(qnInternal::NormalisedPoints const& cloud)
+qcVector<2> algebraicCenter(Points const& points, qnInternal::FitUnits const& units)
 {
     qcVector<2> sums;
-    for (auto const& p : cloud.points) {
+    for (auto const& p : points) {
         double const square = p * p;
-        sums += qcVector<2>(cloud.axis * p, cloud.axis.cross(p)) * square;
+        sums += qcVector<2>(units.axis * p, units.axis.cross(p)) * square;
     }
-    double const twice = 2.0 * static_cast<double>(cloud.points.size());
-    double const along = sums.x() / (twice * cloud.alongSpread * cloud.alongSpread);
-    double const across = sums.y() / (twice * cloud.acrossSpread * cloud.acrossSpread);
-    return cloud.axis * along + qcVector<2>(-cloud.axis.y(), cloud.axis.x()) * across;
+    double const twice = 2.0 * static_cast<double>(points.size());
+    double const along = sums.x() / (twice * units.alongSpread * units.alongSpread);
+    double const across = sums.y() / (twice * units.acrossSpread * units.acrossSpread);
+    return units.axis * along + qcVector<2>(-units.axis.y(), units.axis.x()) * across;
 }
 
 /// The linearised problem at a candidate, the radius eliminated.
@@ -111,26 +111,48 @@ Candidate refined(Points const& points, Candidate best)
     return best;
 }
 
-qcCircle fitted(Points const& points)
+struct Fit {
+    qnInternal::FitUnits units;
+    Points points;  // normalised
+    Candidate best;
+
+    qcCircle circle() const
+    {
+        return qcCircle(units.center + best.center * units.scale, best.radius * units.scale);
+    }
+
+    double residual() const
+    {
+        return std::sqrt(best.squares / static_cast<double>(points.size())) * units.scale;
+    }
+
+    /// In normalised units.
+    std::vector<double> distances() const
+    {
+        std::vector<double> result;
+        result.reserve(points.size());
+        for (auto const& p : points)
+            result.push_back(std::fabs(p.distance(best.center) - best.radius));
+        return result;
+    }
+};
+
+Fit fitted(Points const& points)
 {
-    auto const cloud = qnInternal::normalise(points);
-    Candidate const best = refined(cloud.points, around(cloud.points, algebraicCenter(cloud)));
-    qcCircle const circle(cloud.center + best.center * cloud.scale, best.radius * cloud.scale);
+    constexpr std::size_t kFreedoms = 3;
+    Fit fit;
+    fit.units = qnInternal::fitUnits(points, qnInternal::checkedExtremes(points, kFreedoms));
+    fit.points.reserve(points.size());
+    for (auto const& p : points) {
+        auto const at = fit.units.normalised(qnInternal::both(p.x()), qnInternal::both(p.y()));
+        fit.points.emplace_back(at.x[0], at.y[0]);
+    }
+    fit.best = refined(fit.points, around(fit.points, algebraicCenter(fit.points, fit.units)));
+    qcCircle const circle = fit.circle();
     if (!std::isfinite(circle.center().x()) || !std::isfinite(circle.center().y()) ||
         !std::isfinite(circle.radius()))
         throw qcFitError::NotFinite();
-    return circle;
-}
-
-std::vector<double> distances(Points const& points, qcCircle const& circle)
-{
-    std::vector<double> result;
-    result.reserve(points.size());
-    for (auto const& p : points) {
-        qcVector<2> const arm = p - circle.center();
-        result.push_back(std::fabs(std::hypot(arm.x(), arm.y()) - circle.radius()));
-    }
-    return result;
+    return fit;
 }
 
 void check(qcCircleFitParams const& params)
@@ -152,18 +174,10 @@ std::size_t droppedPoints(qcCircleFitParams const& params, std::size_t count)
 
 void qfCircleFit(qcCircleFitParams const& params, Points const& points, qcCircleFitResults& results)
 {
-    constexpr std::size_t kFreedoms = 3;
     check(params);
-    qnInternal::requireFinite(points);
-    qnInternal::requireDistinct(points, kFreedoms);
-    qcCircle circle = fitted(points);
-    auto off = distances(points, circle);
-    if (auto const dropped = droppedPoints(params, points.size())) {
-        Points const kept = qnInternal::withoutFurthest(points, off, dropped);
-        qnInternal::requireDistinct(kept, kFreedoms);
-        circle = fitted(kept);
-        off = distances(kept, circle);
-    }
-    results.residual = qnInternal::acceptedResidual(off, params.largestResidual());
-    results.circle = circle;
+    Fit fit = fitted(points);
+    if (auto const dropped = droppedPoints(params, points.size()))
+        fit = fitted(qnInternal::withoutFurthest(points, fit.distances(), dropped));
+    results.residual = qnInternal::acceptedResidual(fit.residual(), params.largestResidual());
+    results.circle = fit.circle();
 }

@@ -20,6 +20,7 @@ namespace {
 using Points = std::vector<qcVector<2>>;
 using qnInternal::Matrix3;
 using qnInternal::Pair;
+using qnInternal::PairPoint;
 using qnInternal::Vector3;
 
 /// Two eigenvalues of the scatter below this share of the largest: more than one curve fits.
@@ -39,26 +40,31 @@ struct Form {
     }
 };
 
-/// Points with mean (0, 0) and spread 1 in every direction, and the way back to the given ones.
-struct WhitePoints {
-    Points points;
-    qcMatrix<2> back;  // to normalised units
-    double rounding;   // of the coordinates, in these units
+/// Coordinates from the mean of the points, along and across their axis, each in a unit of its own.
+class AxisFrame {
+public:
+    AxisFrame(qnInternal::FitUnits const& units, double alongUnit, double acrossUnit)
+        : units_(units), along_(units.axis / alongUnit),
+          across_(qcVector<2>(-units.axis.y(), units.axis.x()) / acrossUnit)
+    {
+    }
+
+    PairPoint at(Pair px, Pair py) const
+    {
+        auto const [x, y] = units_.normalised(px, py);
+        return {along_.x() * x + along_.y() * y, across_.x() * x + across_.y() * y};
+    }
+
+private:
+    qnInternal::FitUnits units_;
+    qcVector<2> along_;
+    qcVector<2> across_;
 };
 
-WhitePoints whitened(qnInternal::NormalisedPoints const& cloud)
+/// The frame in which the points have mean (0, 0) and spread 1 in every direction.
+AxisFrame whiteFrame(qnInternal::FitUnits const& units)
 {
-    WhitePoints white;
-    white.points.resize(cloud.points.size());
-    qcVector<2> const axis = cloud.axis;
-    double const along = 1.0 / cloud.alongSpread;
-    double const across = 1.0 / cloud.acrossSpread;
-    for (std::size_t i = 0; i < white.points.size(); ++i)
-        white.points[i] = {(axis * cloud.points[i]) * along, axis.cross(cloud.points[i]) * across};
-    white.back = qcMatrix<2>(axis.x() * cloud.alongSpread, -axis.y() * cloud.acrossSpread,
-                             axis.y() * cloud.alongSpread, axis.x() * cloud.acrossSpread);
-    white.rounding = cloud.rounding / cloud.acrossSpread;
-    return white;
+    return {units, units.alongSpread, units.acrossSpread};
 }
 
 /// The quadratic terms of two points as x^2 + y^2, x^2 - y^2, 2xy: in them the condition for an
@@ -72,42 +78,74 @@ std::array<Pair, 3> quadratic(Pair x, Pair y)
 struct Reduced {
     std::array<Vector3, 3> linear;  // of each term: x, y and constant share
     Matrix3 scatter{};
+    double squares;  // of the three terms, the mean
 };
 
-Reduced reduced(Points const& points)
+/// All from one pass, the scatter as a difference: it is right to a rounding of `squares`.
+Reduced reduced(Points const& points, AxisFrame const& white)
 {
-    double const share = 1.0 / static_cast<double>(points.size());
+    auto means = qnInternal::sumsOver<14>(points, [&](Pair px, Pair py) {
+        auto const [x, y] = white.at(px, py);
+        Pair const xx = x * x;
+        Pair const xy = x * y;
+        Pair const yy = y * y;
+        return std::array{x,      y,      xx,      xy,      yy,      xx * x,  xx * y,
+                          x * yy, yy * y, xx * xx, xx * xy, xx * yy, xy * yy, yy * yy};
+    });
+    for (double& mean : means)
+        mean /= static_cast<double>(points.size());
+    auto const [x, y, xx, xy, yy, xxx, xxy, xyy, yyy, xxxx, xxxy, xxyy, xyyy, yyyy] = means;
+    Matrix3 const shares{{{xxx + xyy, xxy + yyy, xx + yy},
+                          {xxx - xyy, xxy - yyy, xx - yy},
+                          {2.0 * xxy, 2.0 * xyy, 2.0 * xy}}};
+    // The moments of x, y and 1 are the identity but for roundings e, and 1 - e is their inverse.
+    Matrix3 const inverse{{{2.0 - xx, -xy, -x}, {-xy, 2.0 - yy, -y}, {-x, -y, 1.0}}};
     Reduced result{};
-    auto& linear = result.linear;
-    auto const shares = qnInternal::sumsOver<9>(points, [](Pair x, Pair y) {
-        auto const [a, b, c] = quadratic(x, y);
-        return std::array{a * x, a * y, a, b * x, b * y, b, c * x, c * y, c};
-    });
-    for (std::size_t k = 0; k < 9; ++k)
-        linear[k / 3][k % 3] = shares[k] * share;
-    auto const scatter = qnInternal::sumsOver<6>(points, [&](Pair x, Pair y) {
-        auto rest = quadratic(x, y);
-        for (std::size_t k = 0; k < 3; ++k)
-            rest[k] -= linear[k][0] * x + linear[k][1] * y + linear[k][2];
-        return std::array{rest[0] * rest[0], rest[1] * rest[0], rest[1] * rest[1],
-                          rest[2] * rest[0], rest[2] * rest[1], rest[2] * rest[2]};
-    });
-    std::size_t next = 0;
+    Matrix3& rest = result.scatter;
+    rest[0] = {xxxx + 2.0 * xxyy + yyyy, xxxx - yyyy, 2.0 * (xxxy + xyyy)};
+    rest[1] = {rest[0][1], xxxx - 2.0 * xxyy + yyyy, 2.0 * (xxxy - xyyy)};
+    rest[2] = {rest[0][2], rest[1][2], 4.0 * xxyy};
+    result.squares = rest[0][0] + rest[1][1] + rest[2][2];
     for (std::size_t i = 0; i < 3; ++i)
-        for (std::size_t k = 0; k <= i; ++k) {
-            result.scatter[i][k] = scatter[next++] * share;
-            result.scatter[k][i] = result.scatter[i][k];
+        for (std::size_t k = 0; k < 3; ++k) {
+            auto const& row = inverse[k];
+            result.linear[i][k] =
+                shares[i][0] * row[0] + shares[i][1] * row[1] + shares[i][2] * row[2];
+            for (std::size_t j = 0; j < 3; ++j)
+                rest[i][j] -= result.linear[i][k] * shares[j][k];
         }
     return result;
 }
+
+/// The scatter summed from what the linear functions leave, right to a rounding of its own.
+Matrix3 scatterOfRest(Points const& points, AxisFrame const& white,
+                      std::array<Vector3, 3> const& linear)
+{
+    auto sums = qnInternal::sumsOver<6>(points, [&](Pair px, Pair py) {
+        auto const [x, y] = white.at(px, py);
+        auto rest = quadratic(x, y);
+        for (std::size_t k = 0; k < 3; ++k)
+            rest[k] -= linear[k][0] * x + linear[k][1] * y + linear[k][2];
+        return std::array{rest[0] * rest[0], rest[0] * rest[1], rest[0] * rest[2],
+                          rest[1] * rest[1], rest[1] * rest[2], rest[2] * rest[2]};
+    });
+    for (double& sum : sums)
+        sum /= static_cast<double>(points.size());
+    auto const [aa, ab, ac, bb, bc, cc] = sums;
+    return {{{aa, ab, ac}, {ab, bb, bc}, {ac, bc, cc}}};
+}
+
+/// Where the middle eigenvalue of the scatter is a smaller share of the squares of the quadratic
+/// terms, the scatter is summed anew. All around an ellipse it is a quarter, along half of one an
+/// eighth; less is left of shorter arcs and of points with a single one far off.
+constexpr double kMostCancelled = 0.125;
 
 /// The s with s0^2 - s1^2 - s2^2 > 0 for which s'Ss / (s0^2 - s1^2 - s2^2) is least.
 ///
 /// With S = E'E, E = sqrt(values) * eigenvectors and w = E s, that is the eigenvector of the only
 /// positive eigenvalue of E^-T J E^-1, J = diag(1, -1, -1).
-Vector3 leastForm(Matrix3 const& scatter, double rounding)
+Vector3 leastForm(qnInternal::Eigen3 const& eigen, double rounding)
 {
-    auto const eigen = qnInternal::eigenOfSymmetric(scatter);
     double const largest = eigen.values[2];
     // Small moves of the points enter by their square.
     double const unsure = kSeveralCurves + 100.0 * rounding * rounding;
@@ -132,11 +170,15 @@ Vector3 leastForm(Matrix3 const& scatter, double rounding)
     return form;
 }
 
-/// The best form, normalised so that it is negative inside.
-Form fittedForm(WhitePoints const& white)
+/// The best form in the white frame, normalised so that it is negative inside.
+Form fittedForm(Points const& points, qnInternal::FitUnits const& units)
 {
-    Reduced const rest = reduced(white.points);
-    Vector3 s = leastForm(rest.scatter, white.rounding);
+    AxisFrame const white = whiteFrame(units);
+    Reduced const rest = reduced(points, white);
+    auto eigen = qnInternal::eigenOfSymmetric(rest.scatter);
+    if (!(eigen.values[1] > kMostCancelled * rest.squares))
+        eigen = qnInternal::eigenOfSymmetric(scatterOfRest(points, white, rest.linear));
+    Vector3 s = leastForm(eigen, units.rounding / units.acrossSpread);
     double const length = std::hypot(s[0], std::hypot(s[1], s[2]));
     for (double& term : s)
         term /= s[0] < 0.0 ? -length : length;
@@ -195,78 +237,79 @@ constexpr double kAtCenter = 1e6;
 /// Where a circle was meant, the direction of its axes is rounding: it takes the reference.
 constexpr double kRound = 1e-14;
 
-struct Fit {
-    qcEllipse ellipse;
-    std::vector<double> distances;
-};
-
-/// |F| / |grad F| of two points at a time, in the units of the points.
+/// (F / |grad F|)^2 of two points at a time, in normalised units.
 class FirstOrderDistance {
 public:
-    FirstOrderDistance(Form const& form, qcMatrix<2> const& back,
-                       qcEllipse::qcEllipseGeom const& geom, double scale)
-        : form_(form), inverse_(back.inverse()), radii_(geom.radii), scale_(scale)
+    FirstOrderDistance(Form const& white, qnInternal::FitUnits const& units,
+                       qcVector<2> const& radii)
+        : frame_(units, 1.0, 1.0), atCenter_(kAtCenter * kAtCenter * radii.x() * radii.x()),
+          shorter_(radii.y() * radii.y())
     {
+        double const along = 1.0 / units.alongSpread;
+        double const across = 1.0 / units.acrossSpread;
+        form_ = {white.a * along * along, white.b * along * across, white.c * across * across,
+                 white.d * along,         white.e * across,         white.f};
     }
 
-    Pair operator()(Pair x, Pair y) const
+    Pair square(Pair px, Pair py) const
     {
-        Pair const value =
-            (form_.a * x + form_.b * y + form_.d) * x + (form_.c * y + form_.e) * y + form_.f;
+        auto const [x, y] = frame_.at(px, py);
         Pair const alongX = 2.0 * form_.a * x + form_.b * y + form_.d;
         Pair const alongY = form_.b * x + 2.0 * form_.c * y + form_.e;
-        // Gradients are covectors: they are mapped by the transposed matrix.
-        Pair const gradientX = inverse_.element(0, 0) * alongX + inverse_.element(1, 0) * alongY;
-        Pair const gradientY = inverse_.element(0, 1) * alongX + inverse_.element(1, 1) * alongY;
-        Pair const square = gradientX * gradientX + gradientY * gradientY;
-        Pair const length{std::sqrt(square[0]), std::sqrt(square[1])};
-        Pair const size = value < 0.0 ? -value : value;
-        Pair const distance = value == 0.0 ? Pair{} : size / length * scale_;
-        auto const atCenter = (value < 0.0) & (distance > kAtCenter * radii_.x());
-        return atCenter ? qnInternal::both(radii_.y()) : distance;
+        Pair const twice = (alongX + form_.d) * x + (alongY + form_.e) * y + 2.0 * form_.f;
+        Pair const result = 0.25 * twice * twice / (alongX * alongX + alongY * alongY);
+        return (twice < 0.0) & (result > atCenter_) ? qnInternal::both(shorter_) : result;
     }
 
 private:
+    AxisFrame frame_;
     Form form_;
-    qcMatrix<2> inverse_;
-    qcVector<2> radii_;
-    double scale_;
+    double atCenter_;
+    double shorter_;
 };
 
-std::vector<double> distances(Points const& points, FirstOrderDistance const& distance)
-{
-    std::vector<double> result(points.size());
-    std::size_t i = 0;
-    for (; i + 1 < points.size(); i += 2) {
-        Pair const two = distance(Pair{points[i].x(), points[i + 1].x()},
-                                  Pair{points[i].y(), points[i + 1].y()});
-        result[i] = two[0];
-        result[i + 1] = two[1];
+struct Fit {
+    qcEllipse ellipse;
+    FirstOrderDistance distance;
+    double scale;  // of the distance
+
+    double residual(Points const& points) const
+    {
+        auto const [sum] = qnInternal::sumsOver<1>(
+            points, [&](Pair x, Pair y) { return std::array{distance.square(x, y)}; });
+        return std::sqrt(sum / static_cast<double>(points.size())) * scale;
     }
-    if (i < points.size())
-        result[i] = distance(qnInternal::both(points[i].x()), qnInternal::both(points[i].y()))[0];
-    return result;
-}
+
+    std::vector<double> squares(Points const& points) const
+    {
+        std::vector<double> result;
+        result.reserve(points.size());
+        for (auto const& p : points)
+            result.push_back(distance.square(qnInternal::both(p.x()), qnInternal::both(p.y()))[0]);
+        return result;
+    }
+};
 
 Fit fitted(Points const& points, qcRadian reference)
 {
-    auto const cloud = qnInternal::normalise(points);
-    auto const white = whitened(cloud);
-    Form const form = fittedForm(white);
-    Image image = imageOf(form);
-    image = {white.back * image.center, white.back * image.axes};
-    auto geom = principal(image, reference);
+    constexpr std::size_t kFreedoms = 5;
+    auto const units = qnInternal::fitUnits(points, qnInternal::checkedExtremes(points, kFreedoms));
+    Form const form = fittedForm(points, units);
+    qcMatrix<2> const back(units.axis.x() * units.alongSpread, -units.axis.y() * units.acrossSpread,
+                           units.axis.y() * units.alongSpread, units.axis.x() * units.acrossSpread);
+    Image const image = imageOf(form);
+    auto geom = principal({back * image.center, back * image.axes}, reference);
+    FirstOrderDistance const distance(form, units, geom.radii);
     if (geom.radii.x() - geom.radii.y() <= kRound * geom.radii.x())
         geom.rotation = reference;
-    geom.center = cloud.center + geom.center * cloud.scale;
-    geom.radii = geom.radii * cloud.scale;
+    geom.center = units.center + geom.center * units.scale;
+    geom.radii = geom.radii * units.scale;
     if (!std::isfinite(geom.center.x()) || !std::isfinite(geom.center.y()) ||
         !std::isfinite(geom.radii.x()))
         throw qcFitError::NotFinite();
     if (!(geom.radii.y() > 0.0))
         throw qcFitError::NotAnEllipse();
-    return {qcEllipse(geom),
-            distances(white.points, FirstOrderDistance(form, white.back, geom, cloud.scale))};
+    return {qcEllipse(geom), distance, units.scale};
 }
 
 }  // namespace
@@ -274,19 +317,19 @@ Fit fitted(Points const& points, qcRadian reference)
 void qfEllipseFit(qcEllipseFitParams const& params, Points const& points,
                   qcEllipseFitResults& results)
 {
-    constexpr std::size_t kFreedoms = 5;
     if (params.mode() != qcEllipseFitDefs::eDirect ||
         !std::isfinite(params.reference().toDouble()) || !(params.largestResidual() >= 0.0))
         throw qcFitError::BadParams();
-    qnInternal::requireFinite(points);
-    qnInternal::requireDistinct(points, kFreedoms);
     Fit fit = fitted(points, params.reference());
+    double residual = 0.0;
     if (params.ignoredPoints() > 0) {
         Points const kept =
-            qnInternal::withoutFurthest(points, fit.distances, params.ignoredPoints());
-        qnInternal::requireDistinct(kept, kFreedoms);
+            qnInternal::withoutFurthest(points, fit.squares(points), params.ignoredPoints());
         fit = fitted(kept, params.reference());
+        residual = fit.residual(kept);
+    } else {
+        residual = fit.residual(points);
     }
-    results.residual = qnInternal::acceptedResidual(fit.distances, params.largestResidual());
+    results.residual = qnInternal::acceptedResidual(residual, params.largestResidual());
     results.ellipse = fit.ellipse;
 }

@@ -19,94 +19,107 @@ constexpr double kFlat = 1e-10;
 /// Points thinner than this many roundings of their coordinates lie on a line as well.
 constexpr double kFlatRoundings = 8.0;
 
-/// Middle, half extent and rounding of the box around the points.
-void fitBox(Points const& points, qnInternal::NormalisedPoints& result)
+/// A smaller spread than this share of the larger is all rounding where it is found from sums over
+/// x and y: it and the axis are summed anew.
+constexpr double kSureShare = 1e-3;
+
+using qnInternal::Pair;
+
+/// Scale, middle and rounding, from the box around the points.
+void setScale(qnInternal::Extremes const& extremes, qnInternal::FitUnits& units)
 {
-    qnInternal::Pair lowest = qnInternal::pairOf(points.front());
-    qnInternal::Pair highest = lowest;
-    for (auto const& p : points) {
-        lowest = qnInternal::smaller(qnInternal::pairOf(p), lowest);
-        highest = qnInternal::larger(qnInternal::pairOf(p), highest);
-    }
-    qcVector<2> const low(lowest[0], lowest[1]);
-    qcVector<2> const high(highest[0], highest[1]);
     // Halves first: the sum or difference of two large corners may overflow.
-    result.center = low * 0.5 + high * 0.5;
-    qcVector<2> const half = high * 0.5 - low * 0.5;
-    double const extent = std::max(half.x(), half.y());
+    Pair const middle = extremes.low * 0.5 + extremes.high * 0.5;
+    Pair const half = extremes.high * 0.5 - extremes.low * 0.5;
+    double const extent = std::max(half[0], half[1]);
     if (!(extent > 0.0))
         throw qcFitError::Degenerate();
-    // A power of two: bringing the points to it rounds nothing.
-    result.scale = std::ldexp(1.0, std::min(std::ilogb(extent), 1022));
-    double const largest = std::max(std::max(std::fabs(low.x()), std::fabs(high.x())),
-                                    std::max(std::fabs(low.y()), std::fabs(high.y())));
-    result.rounding = std::numeric_limits<double>::epsilon() * (largest / result.scale);
+    // A power of two: bringing the points to it rounds nothing. Its inverse is a double as well.
+    constexpr int kLargest = 1022;
+    units.scale = std::ldexp(1.0, std::clamp(std::ilogb(extent), -kLargest, kLargest));
+    units.unit = 1.0 / units.scale;
+    units.middle = qcVector<2>(middle[0], middle[1]) * units.unit;
+    Pair const size = qnInternal::larger(-extremes.low, extremes.high);
+    units.rounding =
+        std::numeric_limits<double>::epsilon() * std::max(size[0], size[1]) * units.unit;
 }
 
-void findSpread(qnInternal::NormalisedPoints& result)
+/// Second moments about the mean.
+struct Scatter {
+    double xx, xy, yy;
+};
+
+/// The axis of a scatter and the spread along it; the square of the other spread.
+double setAxis(Scatter const& scatter, qnInternal::FitUnits& units)
 {
-    using qnInternal::Pair;
-    auto const [xx, xy, yy] = qnInternal::sumsOver<3>(result.points, [](Pair x, Pair y) {
-        return std::array{x * x, x * y, y * y};
+    double const difference = scatter.xx - scatter.yy;
+    double const sum = scatter.xx + scatter.yy;
+    double const distance = std::hypot(difference, 2.0 * scatter.xy);
+    units.axis = qcVector<2>(1.0, qcRadian(0.5 * std::atan2(2.0 * scatter.xy, difference)));
+    units.alongSpread = std::sqrt(0.5 * (sum + distance));
+    return 0.5 * (sum - distance);
+}
+
+/// Mean, axis and spreads.
+void setSpread(Points const& points, qnInternal::FitUnits& units)
+{
+    double const share = 1.0 / static_cast<double>(points.size());
+    auto const [x, y, xx, xy, yy] = qnInternal::sumsOver<5>(points, [&](Pair px, Pair py) {
+        auto const at = units.fromMiddle(px, py);
+        return std::array{at.x, at.y, at.x * at.x, at.x * at.y, at.y * at.y};
     });
-    result.axis = qcVector<2>(1.0, qcRadian(0.5 * std::atan2(2.0 * xy, xx - yy)));
-    // Summed anew along the axes: from xx, xy and yy the smaller spread would be all rounding.
-    auto const [along, across] =
-        qnInternal::sumsOver<2>(result.points, [axis = result.axis](Pair x, Pair y) {
-            Pair const u = axis.x() * x + axis.y() * y;
-            Pair const v = axis.x() * y - axis.y() * x;
-            return std::array{u * u, v * v};
-        });
-    double const count = static_cast<double>(result.points.size());
-    result.alongSpread = std::sqrt(along / count);
-    result.acrossSpread = std::sqrt(across / count);
+    units.mean = qcVector<2>(x, y) * share;
+    auto const& m = units.mean;
+    double const across = setAxis(
+        {xx * share - m.x() * m.x(), xy * share - m.x() * m.y(), yy * share - m.y() * m.y()},
+        units);
+    if (across > kSureShare * kSureShare * share * (xx + yy)) {
+        units.acrossSpread = std::sqrt(across);
+        return;
+    }
+    auto const [aa, ab, bb] = qnInternal::sumsOver<3>(points, [&](Pair px, Pair py) {
+        auto const at = units.normalised(px, py);
+        return std::array{at.x * at.x, at.x * at.y, at.y * at.y};
+    });
+    setAxis({aa * share, ab * share, bb * share}, units);
+    auto const [uu, vv] = qnInternal::sumsOver<2>(points, [&](Pair px, Pair py) {
+        auto const at = units.normalised(px, py);
+        Pair const u = units.axis.x() * at.x + units.axis.y() * at.y;
+        Pair const v = units.axis.x() * at.y - units.axis.y() * at.x;
+        return std::array{u * u, v * v};
+    });
+    units.alongSpread = std::sqrt(uu * share);
+    units.acrossSpread = std::sqrt(vv * share);
 }
 
 }  // namespace
 
-void qnInternal::requireFinite(Points const& points)
+qnInternal::Extremes qnInternal::checkedExtremes(Points const& points, std::size_t needed)
 {
-    for (auto const& p : points) {
-        if (!std::isfinite(p.x()) || !std::isfinite(p.y()))
-            throw qcFitError::NotFinite();
-    }
-}
-
-void qnInternal::requireDistinct(Points const& points, std::size_t needed)
-{
+    if (points.empty())
+        throw qcFitError::TooFewPoints();
+    Extremes const extremes = extremesOf(points);
+    if (!areFinite(points, extremes))
+        throw qcFitError::NotFinite();
     Points distinct;
     for (auto const& p : points) {
         if (std::find(distinct.begin(), distinct.end(), p) == distinct.end())
             distinct.push_back(p);
         if (distinct.size() >= needed)
-            return;
+            return extremes;
     }
     throw qcFitError::TooFewPoints();
 }
 
-qnInternal::NormalisedPoints qnInternal::normalise(Points const& points)
+qnInternal::FitUnits qnInternal::fitUnits(Points const& points, Extremes const& extremes)
 {
-    NormalisedPoints result;
-    fitBox(points, result);
-    // Powers of two, so that nothing is rounded; the second one alone may be beyond the largest double.
-    double const unit = 0.5 / result.scale;
-    double const units = std::isfinite(unit) ? unit : 0x1p+1000;
-    double const more = std::isfinite(unit) ? 4.0 : (2.0 / 0x1p+1000) / result.scale;
-    result.points.resize(points.size());
-    qcVector<2> const halfCenter = result.center * 0.5;
-    for (std::size_t i = 0; i < points.size(); ++i)
-        result.points[i] = (points[i] * 0.5 - halfCenter) * units * more;
-    auto const [x, y] = sumsOver<2>(result.points, [](Pair px, Pair py) {
-        return std::array{px, py};
-    });
-    qcVector<2> const mean = qcVector<2>(x, y) / static_cast<double>(points.size());
-    for (auto& p : result.points)
-        p -= mean;
-    result.center += mean * result.scale;
-    findSpread(result);
-    if (!(result.acrossSpread > kFlat * result.alongSpread + kFlatRoundings * result.rounding))
+    FitUnits units;
+    setScale(extremes, units);
+    setSpread(points, units);
+    if (!(units.acrossSpread > kFlat * units.alongSpread + kFlatRoundings * units.rounding))
         throw qcFitError::Degenerate();
-    return result;
+    units.center = (units.middle + units.mean) * units.scale;
+    return units;
 }
 
 std::vector<qcVector<2>> qnInternal::withoutFurthest(Points const& points,
@@ -128,16 +141,8 @@ std::vector<qcVector<2>> qnInternal::withoutFurthest(Points const& points,
     return kept;
 }
 
-double qnInternal::acceptedResidual(std::vector<double> const& distances, double largest)
+double qnInternal::acceptedResidual(double residual, double largest)
 {
-    double const unit = *std::max_element(distances.begin(), distances.end());
-    double residual = 0.0;
-    if (unit > 0.0) {
-        double squares = 0.0;
-        for (double const distance : distances)
-            squares += (distance / unit) * (distance / unit);
-        residual = unit * std::sqrt(squares / static_cast<double>(distances.size()));
-    }
     if (!std::isfinite(residual))
         throw qcFitError::NotFinite();
     if (residual > largest)

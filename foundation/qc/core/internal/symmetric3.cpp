@@ -9,14 +9,20 @@ namespace {
 
 using qnInternal::Matrix3;
 
-/// Turns the plane of axes p and q so that m[p][q] becomes 0; `axes` turns along.
+/// Turns the plane of axes p and q so that m[p][q] becomes 0; `axes` turns along. An element that is
+/// a rounding to both elements on the diagonal turns nothing.
 void rotate(Matrix3& m, Matrix3& axes, std::size_t p, std::size_t q)
 {
-    if (m[p][q] == 0.0)
+    if (m[p][p] + m[p][q] == m[p][p] && m[q][q] + m[p][q] == m[q][q]) {
+        m[p][q] = 0.0;
+        m[q][p] = 0.0;
         return;
+    }
     double const theta = (m[q][q] - m[p][p]) / (2.0 * m[p][q]);
-    double const tangent = std::copysign(1.0, theta) / (std::fabs(theta) + std::hypot(theta, 1.0));
-    double const cosine = 1.0 / std::hypot(tangent, 1.0);
+    // A square beyond the largest double means no turn.
+    double const root = std::sqrt(theta * theta + 1.0);
+    double const tangent = std::copysign(1.0, theta) / (std::fabs(theta) + root);
+    double const cosine = 1.0 / std::sqrt(tangent * tangent + 1.0);
     double const sine = tangent * cosine;
     for (std::size_t k = 0; k < 3; ++k) {
         double const kp = m[k][p];
