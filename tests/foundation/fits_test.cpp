@@ -5,8 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -135,6 +137,35 @@ TEST(EllipseFit, HonoursItsParameters)
         EXPECT_EQ(thrownBy(qfEllipseFit, params, points), error);
 }
 
+TEST(EllipseFit, FollowsItsPointsThroughAffineMapsAndAnyOrder)
+{
+    std::mt19937 random(7);
+    std::uniform_real_distribution<double> within(-1.0, 1.0);
+    for (int const count : {8, 30, 1024})
+        for (int round = 0; round < 8; ++round) {
+            SCOPED_TRACE(testing::Message() << count << " points, round " << round);
+            // Every eighth of many points lies elsewhere: those are no sample of the rest.
+            Points points, mapped;
+            for (int i = 0; i < count; ++i)
+                points.emplace_back(within(random) + (i % 8 ? std::cos(i) : round),
+                                    within(random) + (i % 8 ? std::sin(i) : round));
+            double const a = 1.5 + 0.5 * within(random), b = within(random), c = within(random);
+            for (auto const& p : points)
+                mapped.emplace_back(3.0 * p.x() + b * p.y() - a, c * p.x() + a * p.y() + 5.0);
+            std::shuffle(mapped.begin(), mapped.end(), random);
+            qcEllipseFitResults r, m;
+            qfEllipseFit(ellipseParams(), points, r);
+            qfEllipseFit(ellipseParams(), mapped, m);
+            auto const center = r.ellipse.center();
+            qcVector<2> const expected(3.0 * center.x() + b * center.y() - a,
+                                       c * center.x() + a * center.y() + 5.0);
+            EXPECT_LT(m.ellipse.center().distance(expected), 1e-9);
+            auto const before = r.ellipse.radii(), after = m.ellipse.radii();
+            double const area = before.x() * before.y() * std::fabs(3.0 * a - b * c);
+            EXPECT_NEAR(after.x() * after.y(), area, 1e-9 * area);
+        }
+}
+
 TEST(Fits, ResidualIsTheDistanceOfFirstOrder)
 {
     // Pairs off a circle by +h and -h: the fits are symmetric, so the centre stays.
@@ -156,6 +187,8 @@ TEST(Fits, ResidualIsTheDistanceOfFirstOrder)
 TEST(Fits, RefuseWhatIsNoSuchCurve)
 {
     Points line, farLine, lineAndOne, parabola, fewTwice;
+    Points many = onEllipse({{5, 1}, {4, 3}, qcRadian(0.3)}, 1000);
+    many[501] = {1, kNaN};
     for (int i = 0; i < 20; ++i) {
         line.emplace_back(0.1 * i, 0.3 * i);
         farLine.emplace_back(1e6 + 0.1 * i, 1e6 + 0.7 * i);
@@ -179,6 +212,7 @@ TEST(Fits, RefuseWhatIsNoSuchCurve)
         {"line and one point", lineAndOne, kDegenerate, "nothing"},
         {"parabola", parabola, kNoEllipse, "nothing"},
         {"NaN", {{0, 0}, {1, 0}, {0, 1}, {1, 1}, {2, kNaN}}, kNotFinite, kNotFinite},
+        {"NaN among many", many, kNotFinite, kNotFinite},
         {"infinite", {{0, 0}, {1, 0}, {0, 1}, {1, 1}, {kInf, 2}}, kNotFinite, kNotFinite},
     };
     for (auto const& c : cases) {

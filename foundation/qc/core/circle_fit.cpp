@@ -141,7 +141,7 @@ Fit fitted(Points const& points)
 {
     constexpr std::size_t kFreedoms = 3;
     Fit fit;
-    fit.units = qnInternal::fitUnits(points, qnInternal::checkedExtremes(points, kFreedoms));
+    fit.units = qnInternal::fitUnits(points, kFreedoms);
     fit.points.reserve(points.size());
     for (auto const& p : points) {
         auto const at = fit.units.normalised(qnInternal::both(p.x()), qnInternal::both(p.y()));

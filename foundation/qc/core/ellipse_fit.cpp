@@ -1,8 +1,10 @@
 // Ellipse fit: least squares of the quadratic form under the condition that makes it an ellipse.
 //
 // The problem does not change when the plane is mapped by any affine transform, so it is solved
-// where the points have mean (0, 0) and spread 1 in every direction. There the linear and constant
-// terms follow from the quadratic ones at once, and a 3x3 problem is left.
+// where the points have about mean (0, 0) and spread 1 in every direction: there sums lose no digits.
+// The linear and constant terms follow from the quadratic ones, and a 3x3 problem is left.
+//
+// Points are brought there anew in every pass over them: that takes less time than keeping copies.
 #include <qc/core/ellipse_fit.h>
 #include <qc/core/internal/fit_points.h>
 #include <qc/core/internal/point_sums.h>
@@ -61,7 +63,7 @@ private:
     qcVector<2> across_;
 };
 
-/// The frame in which the points have mean (0, 0) and spread 1 in every direction.
+/// The frame in which points of these units have mean (0, 0) and spread 1 in every direction.
 AxisFrame whiteFrame(qnInternal::FitUnits const& units)
 {
     return {units, units.alongSpread, units.acrossSpread};
@@ -81,11 +83,13 @@ struct Reduced {
     double squares;  // of the three terms, the mean
 };
 
-/// All from one pass, the scatter as a difference: it is right to a rounding of `squares`.
-Reduced reduced(Points const& points, AxisFrame const& white)
+/// The means of x^i y^k over the points, i + k from 1 to 4: first by degree, then by k.
+using Moments = std::array<double, 14>;
+
+Moments momentsOf(Points const& points, AxisFrame const& frame)
 {
     auto means = qnInternal::sumsOver<14>(points, [&](Pair px, Pair py) {
-        auto const [x, y] = white.at(px, py);
+        auto const [x, y] = frame.at(px, py);
         Pair const xx = x * x;
         Pair const xy = x * y;
         Pair const yy = y * y;
@@ -94,26 +98,41 @@ Reduced reduced(Points const& points, AxisFrame const& white)
     });
     for (double& mean : means)
         mean /= static_cast<double>(points.size());
-    auto const [x, y, xx, xy, yy, xxx, xxy, xyy, yyy, xxxx, xxxy, xxyy, xyyy, yyyy] = means;
-    Matrix3 const shares{{{xxx + xyy, xxy + yyy, xx + yy},
-                          {xxx - xyy, xxy - yyy, xx - yy},
-                          {2.0 * xxy, 2.0 * xyy, 2.0 * xy}}};
-    // The moments of x, y and 1 are the identity but for roundings e, and 1 - e is their inverse.
-    Matrix3 const inverse{{{2.0 - xx, -xy, -x}, {-xy, 2.0 - yy, -y}, {-x, -y, 1.0}}};
+    return means;
+}
+
+/// Whether points with these moments have about mean (0, 0) and spread 1; not where one is NaN.
+bool aboutWhite(Moments const& moments)
+{
+    constexpr double kFurthest = 0.5;  // so that the sums lose no more than a digit
+    double off = 0.0;
+    for (std::size_t i = 0; i < 5; ++i)
+        off += std::fabs(moments[i] - (i == 2 || i == 4 ? 1.0 : 0.0));
+    return off < kFurthest;
+}
+
+/// The scatter as a difference: it is right to a rounding of `squares`.
+Reduced reduced(Moments const& moments)
+{
+    auto const [x, y, xx, xy, yy, xxx, xxy, xyy, yyy, xxxx, xxxy, xxyy, xyyy, yyyy] = moments;
+    Vector3 const terms{xx + yy, xx - yy, 2.0 * xy};
+    qcVector<2> const mean(x, y);
+    std::array const shares{qcVector<2>(xxx + xyy, xxy + yyy) - mean * terms[0],
+                            qcVector<2>(xxx - xyy, xxy - yyy) - mean * terms[1],
+                            qcVector<2>(2.0 * xxy, 2.0 * xyy) - mean * terms[2]};
+    auto const inverse = qcMatrix<2>(xx - x * x, xy - x * y, xy - x * y, yy - y * y).inverse();
     Reduced result{};
     Matrix3& rest = result.scatter;
     rest[0] = {xxxx + 2.0 * xxyy + yyyy, xxxx - yyyy, 2.0 * (xxxy + xyyy)};
     rest[1] = {rest[0][1], xxxx - 2.0 * xxyy + yyyy, 2.0 * (xxxy - xyyy)};
     rest[2] = {rest[0][2], rest[1][2], 4.0 * xxyy};
     result.squares = rest[0][0] + rest[1][1] + rest[2][2];
-    for (std::size_t i = 0; i < 3; ++i)
-        for (std::size_t k = 0; k < 3; ++k) {
-            auto const& row = inverse[k];
-            result.linear[i][k] =
-                shares[i][0] * row[0] + shares[i][1] * row[1] + shares[i][2] * row[2];
-            for (std::size_t j = 0; j < 3; ++j)
-                rest[i][j] -= result.linear[i][k] * shares[j][k];
-        }
+    for (std::size_t i = 0; i < 3; ++i) {
+        qcVector<2> const slope = inverse * shares[i];
+        result.linear[i] = {slope.x(), slope.y(), terms[i] - slope * mean};
+        for (std::size_t k = 0; k < 3; ++k)
+            rest[i][k] -= terms[i] * terms[k] + slope * shares[k];
+    }
     return result;
 }
 
@@ -136,13 +155,13 @@ Matrix3 scatterOfRest(Points const& points, AxisFrame const& white,
 }
 
 /// Where the middle eigenvalue of the scatter is a smaller share of the squares of the quadratic
-/// terms, the scatter is summed anew. All around an ellipse it is a quarter, along half of one an
-/// eighth; less is left of shorter arcs and of points with a single one far off.
-constexpr double kMostCancelled = 0.125;
+/// terms, the scatter is summed anew: the form depends on its small ones. Points all around an
+/// ellipse have a quarter, half of one an eighth, two lines a sixth.
+constexpr double kMostCancelled = 0.2;
 
 /// The s with s0^2 - s1^2 - s2^2 > 0 for which s'Ss / (s0^2 - s1^2 - s2^2) is least.
 ///
-/// With S = E'E, E = sqrt(values) * eigenvectors and w = E s, that is the eigenvector of the only
+/// With S = E'E, E = sqrt(values) * eigenvectors of S and w = E s, that is the eigenvector of the only
 /// positive eigenvalue of E^-T J E^-1, J = diag(1, -1, -1).
 Vector3 leastForm(qnInternal::Eigen3 const& eigen, double rounding)
 {
@@ -170,18 +189,48 @@ Vector3 leastForm(qnInternal::Eigen3 const& eigen, double rounding)
     return form;
 }
 
-/// The best form in the white frame, normalised so that it is negative inside.
-Form fittedForm(Points const& points, qnInternal::FitUnits const& units)
+/// Units in which the points are about white, and their moments there.
+struct Framed {
+    qnInternal::FitUnits units;
+    Moments moments;
+};
+
+Framed framed(Points const& points)
 {
-    AxisFrame const white = whiteFrame(units);
-    Reduced const rest = reduced(points, white);
+    constexpr std::size_t kFreedoms = 5;
+    constexpr std::size_t kSample = 128;        // serves points in no order, too, mostly
+    constexpr std::size_t kMany = 4 * kSample;  // of fewer, the sample saves little time
+    if (points.size() >= kMany) {
+        // The units of a sample that serve all points save two passes over these.
+        Points sample;
+        sample.reserve(kSample);
+        for (std::size_t i = 0; i < kSample; ++i)
+            sample.push_back(points[points.size() * i / kSample]);
+        try {
+            auto const units = qnInternal::fitUnits(sample, kFreedoms);
+            auto const moments = momentsOf(points, whiteFrame(units));
+            if (aboutWhite(moments))
+                return {units, moments};
+        } catch (qcFitError::Errors const&) {
+            // What the sample lacks, the points may have.
+        }
+    }
+    auto const units = qnInternal::fitUnits(points, kFreedoms);
+    return {units, momentsOf(points, whiteFrame(units))};
+}
+
+/// The best form in the white frame, normalised so that it is negative inside.
+Form fittedForm(Points const& points, Framed const& framed)
+{
+    auto const& units = framed.units;
+    Reduced const rest = reduced(framed.moments);
     auto eigen = qnInternal::eigenOfSymmetric(rest.scatter);
     if (!(eigen.values[1] > kMostCancelled * rest.squares))
-        eigen = qnInternal::eigenOfSymmetric(scatterOfRest(points, white, rest.linear));
+        eigen = qnInternal::eigenOfSymmetric(scatterOfRest(points, whiteFrame(units), rest.linear));
     Vector3 s = leastForm(eigen, units.rounding / units.acrossSpread);
-    double const length = std::hypot(s[0], std::hypot(s[1], s[2]));
+    double const length = std::copysign(std::hypot(s[0], std::hypot(s[1], s[2])), s[0]);
     for (double& term : s)
-        term /= s[0] < 0.0 ? -length : length;
+        term /= length;
     if (!(s[0] * s[0] - s[1] * s[1] - s[2] * s[2] > kParabola))
         throw qcFitError::NotAnEllipse();
     Form form{s[0] + s[1], 2.0 * s[2], s[0] - s[1], 0.0, 0.0, 0.0};
@@ -258,7 +307,8 @@ public:
         Pair const alongY = form_.b * x + 2.0 * form_.c * y + form_.e;
         Pair const twice = (alongX + form_.d) * x + (alongY + form_.e) * y + 2.0 * form_.f;
         Pair const result = 0.25 * twice * twice / (alongX * alongX + alongY * alongY);
-        return (twice < 0.0) & (result > atCenter_) ? qnInternal::both(shorter_) : result;
+        auto const atCenter = (twice < 0.0) & (result > atCenter_);
+        return atCenter ? qnInternal::both(shorter_) : result;
     }
 
 private:
@@ -292,9 +342,9 @@ struct Fit {
 
 Fit fitted(Points const& points, qcRadian reference)
 {
-    constexpr std::size_t kFreedoms = 5;
-    auto const units = qnInternal::fitUnits(points, qnInternal::checkedExtremes(points, kFreedoms));
-    Form const form = fittedForm(points, units);
+    Framed const start = framed(points);
+    auto const& units = start.units;
+    Form const form = fittedForm(points, start);
     qcMatrix<2> const back(units.axis.x() * units.alongSpread, -units.axis.y() * units.acrossSpread,
                            units.axis.y() * units.alongSpread, units.axis.x() * units.acrossSpread);
     Image const image = imageOf(form);

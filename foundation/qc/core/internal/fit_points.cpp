@@ -1,5 +1,6 @@
 // Normalising, counting and choosing the points of a fit.
 #include <qc/core/fit_error.h>
+#include <qc/core/internal/extremes.h>
 #include <qc/core/internal/fit_points.h>
 #include <qc/core/internal/point_sums.h>
 
@@ -92,27 +93,28 @@ void setSpread(Points const& points, qnInternal::FitUnits& units)
     units.acrossSpread = std::sqrt(vv * share);
 }
 
+void requireDistinct(Points const& points, std::size_t needed)
+{
+    Points distinct;
+    for (auto const& p : points) {
+        if (std::find(distinct.begin(), distinct.end(), p) == distinct.end())
+            distinct.push_back(p);
+        if (distinct.size() >= needed)
+            return;
+    }
+    throw qcFitError::TooFewPoints();
+}
+
 }  // namespace
 
-qnInternal::Extremes qnInternal::checkedExtremes(Points const& points, std::size_t needed)
+qnInternal::FitUnits qnInternal::fitUnits(Points const& points, std::size_t needed)
 {
     if (points.empty())
         throw qcFitError::TooFewPoints();
     Extremes const extremes = extremesOf(points);
     if (!areFinite(points, extremes))
         throw qcFitError::NotFinite();
-    Points distinct;
-    for (auto const& p : points) {
-        if (std::find(distinct.begin(), distinct.end(), p) == distinct.end())
-            distinct.push_back(p);
-        if (distinct.size() >= needed)
-            return extremes;
-    }
-    throw qcFitError::TooFewPoints();
-}
-
-qnInternal::FitUnits qnInternal::fitUnits(Points const& points, Extremes const& extremes)
-{
+    requireDistinct(points, needed);
     FitUnits units;
     setScale(extremes, units);
     setSpread(points, units);

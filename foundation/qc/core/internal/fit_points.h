@@ -2,7 +2,6 @@
 /// What the fits do with their points before and after fitting.
 #pragma once
 
-#include <qc/core/internal/extremes.h>
 #include <qc/core/internal/pair.h>
 #include <qc/core/vector.h>
 
@@ -45,13 +44,10 @@ struct FitUnits {
     }
 };
 
-/// The extremes of points. Throws qcFitError::NotFinite unless every coordinate is finite, and
-/// qcFitError::TooFewPoints unless at least `needed` of the points, 1 or more, differ.
-Extremes checkedExtremes(std::vector<qcVector<2>> const& points, std::size_t needed);
-
-/// The units of finite points with these extremes. Throws qcFitError::Degenerate when the points
-/// lie on one line, within the rounding of their coordinates.
-FitUnits fitUnits(std::vector<qcVector<2>> const& points, Extremes const& extremes);
+/// The units of points. Throws qcFitError::NotFinite unless every coordinate is finite,
+/// qcFitError::TooFewPoints unless at least `needed` of the points differ, and
+/// qcFitError::Degenerate when they lie on one line, within the rounding of their coordinates.
+FitUnits fitUnits(std::vector<qcVector<2>> const& points, std::size_t needed);
 
 /// The points without the `dropped` ones of largest distance, or of largest square of it; of equal
 /// ones the later goes. Throws qcFitError::TooFewPoints when none is left.
