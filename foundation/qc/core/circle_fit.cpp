@@ -1,36 +1,17 @@
 // Circle fit: an algebraic circle first, then steps to the least sum of squared distances.
 #include <qc/core/circle_fit.h>
 #include <qc/core/internal/fit_points.h>
+#include <qc/core/internal/point_sums.h>
 #include <qc/core/matrix.h>
 
+#include <array>
 #include <cmath>
 #include <cstddef>
 
 namespace {
 
 using Points = std::vector<qcVector<2>>;
-
-/// A circle in normalised units, and how well it serves.
-struct Candidate {
-    qcVector<2> center;
-    double radius = 0.0;
-    double squares = 0.0;  // sum of the squared distances from the circle
-};
-
-/// The best radius for a centre, and the sum that comes with it.
-Candidate around(Points const& points, qcVector<2> const& center)
-{
-    Candidate result;
-    result.center = center;
-    for (auto const& p : points)
-        result.radius += p.distance(center);
-    result.radius /= static_cast<double>(points.size());
-    for (auto const& p : points) {
-        double const off = p.distance(center) - result.radius;
-        result.squares += off * off;
-    }
-    return result;
-}
+using qnInternal::Pair;
 
 /// A symmetric system of two equations.
 struct System {
@@ -43,6 +24,59 @@ struct System {
         return matrix.inverse() * right;
     }
 };
+
+/// A circle in normalised units, how well it serves, and the linearised problem there.
+struct Candidate {
+    qcVector<2> center;
+    double radius = 0.0;
+    double squares = 0.0;  // sum of the squared distances from the circle
+    System system;         // for the move of the centre, the radius eliminated
+};
+
+/// Distance and direction from a place to two points; no direction to a point there.
+struct Arms {
+    Pair length;
+    Pair x;
+    Pair y;
+
+    Arms(qcVector<2> const& from, Pair px, Pair py)
+    {
+        Pair const toX = px - from.x();
+        Pair const toY = py - from.y();
+        Pair const square = toX * toX + toY * toY;
+        length = Pair{std::sqrt(square[0]), std::sqrt(square[1])};
+        Pair const share = length > 0.0 ? 1.0 / length : Pair{};
+        x = toX * share;
+        y = toY * share;
+    }
+};
+
+/// The circle of the best radius for a centre.
+Candidate around(Points const& points, qcVector<2> const& center)
+{
+    Candidate result;
+    result.center = center;
+    double const share = 1.0 / static_cast<double>(points.size());
+    auto const [lengths, x, y] = qnInternal::sumsOver<3>(points, [&](Pair px, Pair py) {
+        Arms const to(center, px, py);
+        return std::array{to.length, to.x, to.y};
+    });
+    double const radius = lengths * share;
+    qcVector<2> const mean(x * share, y * share);
+    auto const [squares, xx, xy, yy, rightX, rightY] =
+        qnInternal::sumsOver<6>(points, [&](Pair px, Pair py) {
+            Arms const to(center, px, py);
+            Pair const off = to.length - radius;
+            Pair const slopeX = to.x - mean.x();
+            Pair const slopeY = to.y - mean.y();
+            return std::array{off * off,       slopeX * slopeX, slopeX * slopeY,
+                              slopeY * slopeY, slopeX * off,    slopeY * off};
+        });
+    result.radius = radius;
+    result.squares = squares;
+    result.system = {xx, xy, yy, {rightX, rightY}};
+    return result;
+}
 
 /// Centre of the circle for which the sum of (distance^2 - radius^2)^2 is least. Solved along the
 /// axes of the scatter, where the equations fall apart and thin scatters lose no digits.
@@ -59,50 +93,37 @@ qcVector<2> algebraicCenter(Points const& points, qnInternal::FitUnits const& un
     return units.axis * along + qcVector<2>(-units.axis.y(), units.axis.x()) * across;
 }
 
-/// The linearised problem at a candidate, the radius eliminated.
-System linearised(Points const& points, Candidate const& at)
-{
-    double const count = static_cast<double>(points.size());
-    qcVector<2> mean;
-    for (auto const& p : points)
-        mean += (p - at.center).unit() / count;
-    System system;
-    for (auto const& p : points) {
-        qcVector<2> const slope = (p - at.center).unit() - mean;
-        double const off = p.distance(at.center) - at.radius;
-        system.xx += slope.x() * slope.x();
-        system.xy += slope.x() * slope.y();
-        system.yy += slope.y() * slope.y();
-        system.right += slope * off;
-    }
-    return system;
-}
-
 /// Damped least-squares steps until they no longer help.
 Candidate refined(Points const& points, Candidate best)
 {
     constexpr int kMostSteps = 100;     // about 10 are usual; a bound, not an aim
     constexpr double kSettled = 1e-15;  // a step this small, to the circle's size, is rounding
+    constexpr double kUnseen = 1e-14;   // and so is this share of the sum of squares
     double damping = 1e-12;
+    double lastLength = HUGE_VAL;
     for (int step = 0; step < kMostSteps; ++step) {
-        System const system = linearised(points, best);
-        double const weight = system.xx + system.yy;
+        double const weight = best.system.xx + best.system.yy;
         if (!(weight > 0.0))
             break;
         qcVector<2> move;
         try {
-            move = system.solution(damping * weight);
+            move = best.system.solution(damping * weight);
         } catch (qcMathError::Singular const&) {
             damping = damping * 1e3;
             continue;
         }
-        if (move.len() <= kSettled * (best.radius + best.center.len()))
+        double const length = move.len();
+        if (length <= kSettled * (best.radius + best.center.len()))
             break;
         Candidate const next = around(points, best.center + move);
-        if (next.squares < best.squares) {
+        // Where the sums cannot tell any more whether a step helps, its length does.
+        bool const unseen = move * best.system.right <= kUnseen * best.squares;
+        bool const better = unseen ? length < 0.5 * lastLength : next.squares < best.squares;
+        lastLength = length;
+        if (better) {
             best = next;
             damping = damping > 1e-12 ? damping * 0.1 : damping;
-        } else if (damping > 1e6) {
+        } else if (unseen || damping > 1e6) {
             break;
         } else {
             damping *= 1e2;
