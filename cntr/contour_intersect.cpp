@@ -32,6 +32,35 @@ std::vector<qcVector<2>> pointsOf(std::vector<EdgeHit> const& hits)
     return points;
 }
 
+/// Calls visit(k) for the edges of leaves that overlap the place.
+template <class Visit>
+void forEachEdgeNear(qnInternal::TwiceBox const& place, EdgeIndex const& index, Visit const& visit)
+{
+    index.forEachLeaf([&](qnInternal::BoxGroup const& boxes) { return boxes.overlapping(place); },
+                      [&](std::size_t leaf, Box const&) {
+                          for (std::size_t k = index.leafBegin(leaf); k < index.leafEnd(leaf); ++k)
+                              visit(k);
+                      });
+}
+
+/// Calls visit(k) for the edges that are not wholly on one side of the segment.
+template <class Visit>
+void forEachEdgeNear(qnInternal::SegmentReach const& reach, EdgeIndex const& index,
+                     std::vector<qcVector<2>> const& points, Visit const& visit)
+{
+    bool const closed = index.closed();
+    index.forEachLeaf(reach, [&](std::size_t leaf, Box const&) {
+        std::size_t const begin = index.leafBegin(leaf);
+        double before = reach.offset(qnInternal::edgeStart(points, closed, begin));
+        for (std::size_t k = begin; k < index.leafEnd(leaf); ++k) {
+            double const after = reach.offset(qnInternal::edgeEnd(points, closed, k));
+            if (reach.mayMeet(before, after))
+                visit(k);
+            before = after;
+        }
+    });
+}
+
 }  // namespace
 
 EdgeIndex const* qcContour::edgeIndex() const
@@ -74,23 +103,10 @@ std::vector<EdgeHit> qcContour::hits(HitQuery const& query) const
         }
     };
     if (EdgeIndex const* const index = query.regular() ? edgeIndex() : nullptr) {
-        qnInternal::SegmentReach const reach(query, index->scale());
-        index->forEachLeaf(reach, [&](std::size_t leaf, Box const&) {
-            std::size_t const begin = index->leafBegin(leaf);
-            std::size_t const end = index->leafEnd(leaf);
-            if (!reach.oblique()) {
-                for (std::size_t k = begin; k < end; ++k)
-                    look(k);
-                return;
-            }
-            double before = reach.offset(qnInternal::edgeStart(points_, closed, begin));
-            for (std::size_t k = begin; k < end; ++k) {
-                double const after = reach.offset(qnInternal::edgeEnd(points_, closed, k));
-                if (reach.mayMeet(before, after))
-                    look(k);
-                before = after;
-            }
-        });
+        if (qnInternal::isOblique(query, index->scale()))
+            forEachEdgeNear(qnInternal::SegmentReach(query, index->scale()), *index, points_, look);
+        else
+            forEachEdgeNear(qnInternal::TwiceBox(query.box()), *index, look);
         if (!index->inOutlineOrder())
             std::sort(found.begin(), found.end(),
                       [](EdgeHit const& a, EdgeHit const& b) { return a.edge < b.edge; });

@@ -19,8 +19,7 @@ inline bool edgeOverlaps(qcVector<2> const& from, qcVector<2> const& to, Box con
 {
     Pair const low = smaller(pairOf(to), pairOf(from));
     Pair const high = larger(pairOf(to), pairOf(from));
-    PairMask const both = (high >= pairOf(box.min)) & ~(low > pairOf(box.max));
-    return bitsOf(both) == 3;
+    return (bitsOf(high >= pairOf(box.min)) & ~bitsOf(low > pairOf(box.max))) == 3;
 }
 
 /// One number for each of eight boxes.

@@ -22,17 +22,22 @@ namespace qnInternal {
 /// Up to here the plain loop over all edges wins (bench/edge_index_bench.cpp).
 inline constexpr std::size_t kMaxPlainEdges = 32;
 
-/// The part of the plane that a query segment can meet edges in. Sharper than the segment's box,
-/// which for a long oblique segment holds most of the outline.
+/// Whether a query segment is so long and oblique that its box alone would let much through. `scale`
+/// bounds the coordinates of the edges.
+inline bool isOblique(HitQuery const& query, double scale)
+{
+    qcVector<2> const d = query.b() - query.a();
+    return std::min(std::fabs(d.x()), std::fabs(d.y())) * 64 > scale;
+}
+
+/// The part of the plane that an oblique query segment can meet edges in: sharper than its box.
 class SegmentReach {
 public:
-    /// `scale` bounds the coordinates of the edges.
     SegmentReach(HitQuery const& query, double scale)
         : box_(query.box()), a_(query.a()), direction_(query.b() - query.a()),
           absX_(std::fabs(direction_.x())), absY_(std::fabs(direction_.y())),
           margin_(marginAt(8 * std::max(scale, largestCoordinate(query.box())))),
-          squaredLimit_(direction_ * direction_ * (margin_ * margin_)),
-          oblique_(std::min(absX_, absY_) * 64 > scale)
+          squaredLimit_(direction_ * direction_ * (margin_ * margin_))
     {
     }
 
@@ -40,11 +45,8 @@ public:
     unsigned operator()(BoxGroup const& boxes) const
     {
         unsigned const near = boxes.overlapping(box_);
-        return near == 0 || !oblique_ ? near : near & ~boxesOnOneSide(boxes);
+        return near == 0 ? near : near & ~boxesOnOneSide(boxes);
     }
-
-    /// Whether the segment is so long and oblique that its box alone would let much through.
-    bool oblique() const { return oblique_; }
 
     /// How far a point is off the segment's line, in units of the segment's length.
     double offset(qcVector<2> const& point) const { return direction_.cross(point - a_); }
@@ -65,7 +67,6 @@ private:
     double absY_;
     double margin_;
     double squaredLimit_;
-    bool oblique_;
 };
 
 /// A box over every eight consecutive edges, a leaf, and a hierarchy of eights above. Built in one

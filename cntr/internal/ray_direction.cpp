@@ -38,7 +38,7 @@ public:
     /// Leaves out boxes only where no point inside is seen in the wedge.
     unsigned operator()(BoxGroup const& boxes) const
     {
-        return eightBits([&](std::size_t i) {
+        return ~eightBits([&](std::size_t i) {
             Pair const lowX = pairAt(boxes.minX, i) - apex_.x();
             Pair const lowY = pairAt(boxes.minY, i) - apex_.y();
             Pair const highX = pairAt(boxes.maxX, i) - apex_.x();
@@ -47,7 +47,7 @@ public:
             auto const largestCross = [&](qcVector<2> const& u) {
                 return u.x() * (u.x() > 0 ? highY : lowY) - u.y() * (u.y() > 0 ? lowX : highX);
             };
-            return ~((largestCross(right_) < -slack_) | (-largestCross(-left_) > slack_));
+            return (largestCross(right_) < -slack_) | (-largestCross(-left_) > slack_);
         });
     }
 
