@@ -170,6 +170,35 @@ TEST(EdgeIndex, FarthestPairOnCirclesIsThatOfAllPairs)
     EXPECT_FALSE(farthestPairOnHull({{2, 1}, {2, 1}}));
 }
 
+/// Along an axis with no step back, but some that stand still.
+Outline forward(unsigned seed)
+{
+    std::mt19937 random(seed);
+    Outline outline{"forward " + std::to_string(seed), {{0, 0}}, false};
+    double const step = seed % 4 == 0 ? 1e-7 : 1;
+    while (outline.points.size() < 40) {
+        qcVector<2> const more(random() % (1 + seed % 9) == 0 ? 0 : step,
+                               static_cast<double>(random() % 5) - 2);
+        outline.points.push_back(outline.points.back() +
+                                 (seed % 2 == 0 ? more : qcVector<2>(more.y(), -more.x())));
+    }
+    return outline;
+}
+
+TEST(EdgeIndex, SelfCrossingIsThatOfAllPairsWhereOutlinesRunOneWay)
+{
+    int crossing = 0;
+    for (unsigned seed = 0; seed < static_cast<unsigned>(rounds(400)); ++seed) {
+        auto const outline = forward(seed);
+        bool const crosses = qnPlain::Contour(outline.points, false).isSelfIntersecting();
+        EXPECT_EQ(anyEdgeMeetsAnother(EdgeIndex(outline.points, false), outline.points, false),
+                  crosses)
+            << outline.name;
+        crossing += crosses;
+    }
+    EXPECT_GT(crossing, 50);
+}
+
 TEST(EdgeIndex, FarthestPairAndSelfCrossingAreThoseOfAllPairs)
 {
     int crossing = 0, simple = 0;
