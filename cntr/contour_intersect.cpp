@@ -89,15 +89,22 @@ std::shared_ptr<EdgeIndex const> qcContour::edgeIndexInAnyOrder() const
 
 std::vector<EdgeHit> qcContour::hits(HitQuery const& query) const
 {
-    constexpr std::size_t kMostlyEnough = 16;
     std::vector<EdgeHit> found;
+    findHits(query, found);
+    return found;
+}
+
+void qcContour::findHits(HitQuery const& query, std::vector<EdgeHit>& found) const
+{
+    constexpr std::size_t kMostlyEnough = 16;
+    found.clear();
     if (!overlap({bounds().min, bounds().max}, query.box()))
-        return found;
+        return;
     bool const closed = isClosed();
     auto const look = [&](std::size_t k) {
         if (auto const point = query.meets(qnInternal::edgeStart(points_, closed, k),
                                            qnInternal::edgeEnd(points_, closed, k))) {
-            if (found.empty())
+            if (found.capacity() == 0)
                 found.reserve(kMostlyEnough);
             found.push_back({*point, static_cast<int>(k)});
         }
@@ -115,7 +122,6 @@ std::vector<EdgeHit> qcContour::hits(HitQuery const& query) const
             look(k);
     }
     query.sortAlong(found);
-    return found;
 }
 
 std::vector<qcVector<2>> qcContour::intersections(qcLineSeg const& segment,
@@ -148,9 +154,11 @@ std::vector<qcVector<2>> qcContour::intersections(qcContour const& other) const
             return qnInternal::meetings(outline, index, others);
     }
     std::vector<qcVector<2>> found;
+    std::vector<EdgeHit> met;
     qnInternal::forEachEdge(others.points, others.closed,
                             [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {
-                                for (auto const& hit : hits(HitQuery(from, to, true)))
+                                findHits(HitQuery(from, to, true), met);
+                                for (auto const& hit : met)
                                     found.push_back(hit.point);
                             });
     return found;

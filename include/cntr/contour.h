@@ -280,6 +280,9 @@ private:
 
     std::vector<qnInternal::EdgeHit> hits(qnInternal::HitQuery const& query) const;
 
+    // The same into a list that is there already.
+    void findHits(qnInternal::HitQuery const& query, std::vector<qnInternal::EdgeHit>& found) const;
+
     // Whether the outline, taken as closed, contains a point; nothing where only the ray can tell.
     std::optional<bool> certainlyInside(qcVector<2> const& point) const;
 
