@@ -27,16 +27,20 @@ qcRect toRect(qnInternal::Box const& box)
     return qcRect(box.min, qcVector<2>()).enclose(qcRect(box.max, qcVector<2>()));
 }
 
+/// What the index, where there is one, knows already.
+qnInternal::PointBox extentOf(std::vector<qcVector<2>> const& points,
+                              qnInternal::EdgeIndex const* index)
+{
+    return index && index->regular() ? qnInternal::boxOfPoints(points, index->rootBox())
+                                     : qnInternal::boxOfPoints(points);
+}
+
 }  // namespace
 
 qcContour::Bounds const& qcContour::bounds() const
 {
-    if (!bounds_ && edgeIndex_ && edgeIndex_->regular()) {
-        qnInternal::Box box = edgeIndex_->rootBox();
-        qnInternal::keepFirstZeros(points_, box);
-        bounds_ = Bounds{box.min, box.max, true};
-    } else if (!bounds_) {
-        auto const extent = qnInternal::boxOfPoints(points_);
+    if (!bounds_) {
+        auto const extent = extentOf(points_, edgeIndex_.get());
         bounds_ = Bounds{extent.box.min, extent.box.max, extent.finite};
     }
     return *bounds_;

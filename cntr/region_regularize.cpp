@@ -79,13 +79,10 @@ bool qcRegion::facesOutside(long edge, double probe) const
 
 std::vector<qcVector<2>> qcRegion::walkBoundary(long start) const
 {
-    auto const firstCrossing = [this](qcVector<2> const& from, qcVector<2> const& to) {
-        std::vector<int> edges;
-        auto const found = qcContour::intersections(qcLineSeg(from, to), edges, false);
-        std::optional<qnInternal::EdgeHit> first;
-        if (!found.empty())
-            first = qnInternal::EdgeHit{found.front(), edges.front()};
-        return first;
+    std::vector<qnInternal::EdgeHit> found;
+    auto const firstCrossing = [&](qcVector<2> const& from, qcVector<2> const& to) {
+        findHits(qnInternal::HitQuery(from, to, false), found);
+        return found.empty() ? std::nullopt : std::optional(found.front());
     };
     auto walked = qnInternal::walkBoundary(points(), start, firstCrossing);
     if (!walked)

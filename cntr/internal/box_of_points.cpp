@@ -8,6 +8,9 @@
 
 namespace qnInternal {
 
+namespace {
+
+/// The first of equal numbers counts, and 0 equals -0: as if the points had come one by one.
 void keepFirstZeros(std::vector<qcVector<2>> const& points, Box& box)
 {
     auto const firstZero = [&](double value, auto coordinate) {
@@ -22,12 +25,21 @@ void keepFirstZeros(std::vector<qcVector<2>> const& points, Box& box)
     box.max = {firstZero(box.max.x(), x), firstZero(box.max.y(), y)};
 }
 
+}  // namespace
+
 PointBox boxOfPoints(std::vector<qcVector<2>> const& points)
 {
     Extremes const ends = extremesOf(points);
     Box box{{ends.low[0], ends.low[1]}, {ends.high[0], ends.high[1]}};
     keepFirstZeros(points, box);
     return {box, areFinite(points, ends)};
+}
+
+PointBox boxOfPoints(std::vector<qcVector<2>> const& points, Box const& known)
+{
+    Box box = known;
+    keepFirstZeros(points, box);
+    return {box, true};
 }
 
 double largestSquaredDistance(std::vector<qcVector<2>> const& points, qcVector<2> const& place)

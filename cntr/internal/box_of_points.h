@@ -8,7 +8,6 @@
 #include <qc/core/vector.h>
 
 #include <cstddef>
-
 #include <vector>
 
 namespace qnInternal {
@@ -20,6 +19,9 @@ struct PointBox {
 
 /// The box that enclose() makes of the points one by one, from the first on; there is one at least.
 PointBox boxOfPoints(std::vector<qcVector<2>> const& points);
+
+/// The same for finite points whose box is known but for the signs of its zeros.
+PointBox boxOfPoints(std::vector<qcVector<2>> const& points, Box const& known);
 
 /// The box of edges [begin, end) of an outline, by the same rule.
 inline Box boxOfEdges(std::vector<qcVector<2>> const& points, bool closed, std::size_t begin,
@@ -34,10 +36,6 @@ inline Box boxOfEdges(std::vector<qcVector<2>> const& points, bool closed, std::
     }
     return {{low[0], low[1]}, {high[0], high[1]}};
 }
-
-/// Gives the zeros among the bounds of the points' box their signs. The first of equal numbers counts,
-/// and 0 equals -0: as if the points had come one by one.
-void keepFirstZeros(std::vector<qcVector<2>> const& points, Box& box);
 
 /// The largest squared distance of a point from `place`, 0 at least. NaN is passed over.
 double largestSquaredDistance(std::vector<qcVector<2>> const& points, qcVector<2> const& place);
