@@ -5,24 +5,31 @@ namespace {
 
 using namespace qnBench;
 
-qcRegionSet regionSet(Work const& given)
+using Regions = std::vector<qcPtrHandle<qcRegion>>;
+
+Regions regionsOf(Work const& given)
 {
-    std::vector<qcPtrHandle_const<qcRegion>> regions;
+    Regions regions;
     for (auto const& member : given.set)
         regions.emplace_back(new qcRegion(member));
-    return qcRegionSet(regions);
+    return regions;
 }
 
-/// A question to a set of fresh regions; making them is part of it.
+qcRegionSet regionSet(Work const& given)
+{
+    return qcRegionSet(regionsOf(given));
+}
+
+/// A question to a set of regions that keep nothing of former ones.
 template <class Ask>
 bool firstOfSet(std::string const& question, Ask ask)
 {
-    return once(
-        question, "cntr", [](Work const&) { return 0; },
-        [ask](int, Work const& given) {
-            auto set = regionSet(given);
-            return ask(set);
-        });
+    return once(question, "cntr", regionsOf, [ask](Regions& regions, Work const&) {
+        for (auto const& region : regions)
+            forget(*region);
+        qcRegionSet const set(regions);
+        return ask(set);
+    });
 }
 
 std::vector<unsigned char> storedSet(Work const& given)
