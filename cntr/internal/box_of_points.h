@@ -29,8 +29,10 @@ inline Box boxOfEdges(std::vector<qcVector<2>> const& points, bool closed, std::
 {
     Pair low = pairOf(edgeStart(points, closed, begin));
     Pair high = low;
+    // The ends of the edges stand one behind the other.
+    qcVector<2> const* to = &edgeEnd(points, closed, begin);
     for (std::size_t k = begin; k < end; ++k) {
-        Pair const point = pairOf(edgeEnd(points, closed, k));
+        Pair const point = pairOf(*to++);
         low = smaller(point, low);
         high = larger(point, high);
     }

@@ -26,8 +26,10 @@ unsigned char EdgeWays::waysOf(EdgeIndex const& index, std::vector<qcVector<2>> 
     Pair lowStep = both(kFar);
     Pair highStep = both(-kFar);
     Pair previous = pairOf(edgeStart(points, index.closed(), index.leafBegin(leaf)));
+    // The ends of the edges stand one behind the other.
+    qcVector<2> const* to = &edgeEnd(points, index.closed(), index.leafBegin(leaf));
     for (std::size_t k = index.leafBegin(leaf); k < index.leafEnd(leaf); ++k) {
-        Pair const point = pairOf(edgeEnd(points, index.closed(), k));
+        Pair const point = pairOf(*to++);
         lowStep = smaller(point - previous, lowStep);
         highStep = larger(point - previous, highStep);
         previous = point;
