@@ -48,16 +48,12 @@ template <class Visit>
 void forEachEdgeNear(qnInternal::SegmentReach const& reach, EdgeIndex const& index,
                      std::vector<qcVector<2>> const& points, Visit const& visit)
 {
-    bool const closed = index.closed();
     index.forEachLeaf(reach, [&](std::size_t leaf, Box const&) {
         std::size_t const begin = index.leafBegin(leaf);
-        double before = reach.offset(qnInternal::edgeStart(points, closed, begin));
-        for (std::size_t k = begin; k < index.leafEnd(leaf); ++k) {
-            double const after = reach.offset(qnInternal::edgeEnd(points, closed, k));
-            if (reach.mayMeet(before, after))
-                visit(k);
-            before = after;
-        }
+        unsigned const edges = reach.edges(qnInternal::edgeStart(points, index.closed(), begin),
+                                           &qnInternal::edgeEnd(points, index.closed(), begin),
+                                           index.leafEnd(leaf) - begin);
+        qnInternal::forEachBit(edges, [&](std::size_t i) { visit(begin + i); });
     });
 }
 
@@ -114,9 +110,6 @@ void qcContour::findHits(HitQuery const& query, std::vector<EdgeHit>& found) con
             forEachEdgeNear(qnInternal::SegmentReach(query, index->scale()), *index, points_, look);
         else
             forEachEdgeNear(qnInternal::TwiceBox(query.box()), *index, look);
-        if (!index->inOutlineOrder())
-            std::sort(found.begin(), found.end(),
-                      [](EdgeHit const& a, EdgeHit const& b) { return a.edge < b.edge; });
     } else {
         for (std::size_t k = 0; k < qnInternal::edgeCount(points_.size(), closed); ++k)
             look(k);

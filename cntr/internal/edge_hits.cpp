@@ -95,8 +95,12 @@ std::optional<qcVector<2>> HitQuery::meetsExactly(qcVector<2> const& from,
 
 void HitQuery::sortSeveral(std::vector<EdgeHit>& hits) const
 {
-    if (hits.size() > kMaxExchanged && sortByDistinctKeys(hits))
-        return;
+    auto const byEdge = [](EdgeHit const& a, EdgeHit const& b) { return a.edge < b.edge; };
+    if (hits.size() > kMaxExchanged || !std::is_sorted(hits.begin(), hits.end(), byEdge)) {
+        if (sortByDistinctKeys(hits))
+            return;
+        std::sort(hits.begin(), hits.end(), byEdge);
+    }
     // An exchange sort on purpose: hits with equal keys end where it leaves them.
     for (std::size_t i = 0; i + 1 < hits.size(); ++i) {
         double least = key(hits[i]);
@@ -116,13 +120,9 @@ bool HitQuery::sortByDistinctKeys(std::vector<EdgeHit>& hits) const
     for (auto const& hit : hits)
         if (key(hit) != key(hit))
             return false;  // NaN has no place in an order
-    auto sorted = hits;
-    std::sort(sorted.begin(), sorted.end(), ordered);
+    std::sort(hits.begin(), hits.end(), ordered);
     auto const equallyFar = [this](EdgeHit const& a, EdgeHit const& b) { return key(a) == key(b); };
-    if (std::adjacent_find(sorted.begin(), sorted.end(), equallyFar) != sorted.end())
-        return false;
-    hits = std::move(sorted);
-    return true;
+    return std::adjacent_find(hits.begin(), hits.end(), equallyFar) == hits.end();
 }
 
 }  // namespace qnInternal

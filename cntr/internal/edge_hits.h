@@ -62,8 +62,8 @@ public:
         return edgeOverlaps(from, to, box_) ? meetsInBox(from, to) : std::nullopt;
     }
 
-    /// Orders hits along the segment, from a to b; hits come in ascending order of edges. The order
-    /// of hits equally far along is that of a plain exchange sort.
+    /// Orders hits along the segment, from a to b. The order of hits equally far along is that of a
+    /// plain exchange sort of hits in ascending order of edges.
     void sortAlong(std::vector<EdgeHit>& hits) const
     {
         if (hits.size() > 1)
@@ -78,7 +78,7 @@ private:
     std::optional<qcVector<2>> meetsInBox(qcVector<2> const& from, qcVector<2> const& to) const;
     std::optional<qcVector<2>> meetsExactly(qcVector<2> const& from, qcVector<2> const& to) const;
 
-    /// Where no two keys are equal every sort gives one order; else false, and nothing changed.
+    /// Where no two keys are equal every sort gives one order; else false, and the hits are in any.
     bool sortByDistinctKeys(std::vector<EdgeHit>& hits) const;
 
     double key(EdgeHit const& hit) const { return (hit.point - a_) * direction_; }

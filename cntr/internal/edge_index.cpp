@@ -69,6 +69,27 @@ unsigned SegmentReach::boxesOnOneSide(BoxGroup const& boxes) const
     });
 }
 
+unsigned SegmentReach::edges(qcVector<2> const& start, qcVector<2> const* ends,
+                             std::size_t count) const
+{
+    unsigned left = 0;  // bits of the points, the start first
+    unsigned right = 0;
+    auto const add = [&](qcVector<2> const& p, qcVector<2> const& q, std::size_t i) {
+        Pair const x = Pair{p.x(), q.x()} - a_.x();
+        Pair const y = Pair{p.y(), q.y()} - a_.y();
+        Pair const offset = direction_.x() * y - direction_.y() * x;
+        unsigned const far = bitsOf(offset * offset > both(squaredLimit_));
+        unsigned const positive = bitsOf(offset > Pair{});
+        left |= (far & positive) << i;
+        right |= (far & ~positive) << i;
+    };
+    add(start, ends[0], 0);
+    for (std::size_t i = 1; i < count; i += 2)
+        add(ends[i], ends[std::min(i + 1, count - 1)], i + 1);
+    unsigned const oneSide = (left & (left >> 1)) | (right & (right >> 1));
+    return ~oneSide & ((1U << count) - 1);
+}
+
 EdgeIndex::EdgeIndex(std::vector<qcVector<2>> const& points, bool closed, Folded folded)
     : edgeCount_(edgeCount(points.size(), closed)), vertexCount_(points.size()), closed_(closed),
       boxes_((edgeCount_ + kFan - 1) / kFan)

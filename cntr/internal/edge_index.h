@@ -48,14 +48,9 @@ public:
         return near == 0 ? near : near & ~boxesOnOneSide(boxes);
     }
 
-    /// How far a point is off the segment's line, in units of the segment's length.
-    double offset(qcVector<2> const& point) const { return direction_.cross(point - a_); }
-
-    /// False only where no edge between two points with these offsets can meet the segment.
-    bool mayMeet(double offset, double otherOffset) const
-    {
-        return !onOneSide(offset, otherOffset, squaredLimit_);
-    }
+    /// Bits of the edges, up to eight, from `start` to the first of `count` ends, from there to the next
+    /// and so on. Leaves out edges only where both ends are clear of the segment's line on one side.
+    unsigned edges(qcVector<2> const& start, qcVector<2> const* ends, std::size_t count) const;
 
 private:
     unsigned boxesOnOneSide(BoxGroup const& boxes) const;

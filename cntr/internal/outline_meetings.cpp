@@ -166,8 +166,6 @@ private:
             met_.clear();
             for (std::size_t i = last_[other]; i != kNone; i = hits_[i].before)
                 met_.push_back(hits_[i].hit);
-            std::sort(met_.begin(), met_.end(),
-                      [](EdgeHit const& a, EdgeHit const& b) { return a.edge < b.edge; });
             query(other).sortAlong(met_);
             for (auto const& hit : met_)
                 found_.push_back(hit.point);
