@@ -38,6 +38,25 @@ double squaredBoxDistance(qcVector<2> const& a, qcVector<2> const& b, qcVector<2
     return squares[0] + squares[1];
 }
 
+/// The smallest squared distance of one of the points from `place`; infinite where none is finite.
+double leastSquaredDistance(qcVector<2> const* points, std::size_t count, qcVector<2> const& place)
+{
+    Pair first = both(std::numeric_limits<double>::infinity());
+    Pair second = first;
+    std::size_t i = 0;
+    for (; i + 4 <= count; i += 4) {
+        first = smaller(squaredDistances(points[i], points[i + 1], place), first);
+        second = smaller(squaredDistances(points[i + 2], points[i + 3], place), second);
+    }
+    first = smaller(first, second);
+    double least = std::min(first[0], first[1]);
+    for (; i < count; ++i) {
+        qcVector<2> const d = points[i] - place;
+        least = std::min(least, d * d);
+    }
+    return least;
+}
+
 /// The search for the smallest (distance, index) in lexicographic order.
 class Search {
 public:
@@ -72,9 +91,7 @@ public:
     {
         std::size_t const begin = index_.leafBegin(leaf);
         std::size_t const end = index_.verticesEnd(leaf);
-        double least = std::numeric_limits<double>::infinity();
-        for (std::size_t i = begin; i < end; ++i)
-            least = std::min(squaredDistance(i), least);
+        double const least = leastSquaredDistance(points_.data() + begin, end - begin, point_);
         if (least > limit_)
             return;
         for (std::size_t i = begin; i < end; ++i)
@@ -173,34 +190,13 @@ std::size_t nearestOfFew(std::vector<qcVector<2>> const& points, qcVector<2> con
     return index;
 }
 
-/// The smallest squared distance of a point from `place`; infinite where none is finite.
-double leastSquaredDistance(std::vector<qcVector<2>> const& points, qcVector<2> const& place)
-{
-    Pair first = both(std::numeric_limits<double>::infinity());
-    Pair second = first;
-    std::size_t i = 0;
-    for (; i + 8 <= points.size(); i += 8) {
-        first = smaller(squaredDistances(points[i], points[i + 1], place), first);
-        second = smaller(squaredDistances(points[i + 2], points[i + 3], place), second);
-        first = smaller(squaredDistances(points[i + 4], points[i + 5], place), first);
-        second = smaller(squaredDistances(points[i + 6], points[i + 7], place), second);
-    }
-    first = smaller(first, second);
-    double least = std::min(first[0], first[1]);
-    for (; i < points.size(); ++i) {
-        qcVector<2> const d = points[i] - place;
-        least = std::min(least, d * d);
-    }
-    return least;
-}
-
 }  // namespace
 
 std::size_t nearestVertex(std::vector<qcVector<2>> const& points, qcVector<2> const& point)
 {
     if (points.size() < kFew)
         return nearestOfFew(points, point);
-    double const least = leastSquaredDistance(points, point);
+    double const least = leastSquaredDistance(points.data(), points.size(), point);
     if (!(least < std::numeric_limits<double>::infinity()))
         return 0;
     // The root of the least square is the least of the roots; those of somewhat larger squares may round
