@@ -165,14 +165,4 @@ FarthestPair farthestPair(std::vector<qcVector<2>> const& points, EdgeIndex cons
     return *Search(points, index).run(std::numeric_limits<std::size_t>::max());
 }
 
-void FarthestSoFar::keep(std::size_t first, std::size_t second)
-{
-    double const d = points_[first].distance(points_[second]);
-    bool const earlier = first < best_.first || (first == best_.first && second < best_.second);
-    if (d > best_.distance || (d == best_.distance && d > 0 && earlier)) {
-        best_ = {d, first, second};
-        lowest_ = std::min(d * d, std::numeric_limits<double>::max()) * (1 - 2e-14);
-    }
-}
-
 }  // namespace qnInternal

@@ -5,7 +5,9 @@
 
 #include <qc/core/vector.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <limits>
 #include <vector>
 
 namespace qnInternal {
@@ -36,7 +38,15 @@ public:
     FarthestPair const& pair() const { return best_; }
 
 private:
-    void keep(std::size_t first, std::size_t second);
+    void keep(std::size_t first, std::size_t second)
+    {
+        double const d = points_[first].distance(points_[second]);
+        bool const earlier = first < best_.first || (first == best_.first && second < best_.second);
+        if (d > best_.distance || (d == best_.distance && d > 0 && earlier)) {
+            best_ = {d, first, second};
+            lowest_ = std::min(d * d, std::numeric_limits<double>::max()) * (1 - 2e-14);
+        }
+    }
 
     std::vector<qcVector<2>> const& points_;
     FarthestPair best_;
