@@ -36,7 +36,7 @@ struct Extremes {
 
 inline bool areFinite(Pair two)
 {
-    Pair const nothing = two - two;
+    Pair const nothing = two * 0.0;  // NaN for what is not finite
     return nothing[0] == 0 && nothing[1] == 0;
 }
 
