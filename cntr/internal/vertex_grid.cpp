@@ -27,8 +27,14 @@ double nextColumn(double column)
     return std::max(column + 1, std::nextafter(column, std::numeric_limits<double>::infinity()));
 }
 
-/// In tolerances, how far from a point vertices are looked at: room for the rounding of distances.
-constexpr double kReach = 1 + 1e-9;
+/// How far from a point vertices are looked at: room for the rounding of distances, and for those whose
+/// squares are too small for a double.
+double reachOf(double tolerance)
+{
+    constexpr double kRounding = 1e-9;
+    constexpr double kSquareVanishes = 1e-160;
+    return tolerance * (1 + kRounding) + kSquareVanishes;
+}
 
 constexpr double kLastCell = std::numeric_limits<std::int32_t>::max();
 
@@ -109,7 +115,7 @@ void VertexGrid::findNearOutermost(std::vector<qcVector<2>> const& points, qcVec
                                    std::vector<int>& found) const
 {
     Place const place = placeOf(point);
-    qcVector<2> const reach(kReach * tolerance_, kReach * tolerance_);
+    qcVector<2> const reach(reachOf(tolerance_), reachOf(tolerance_));
     auto const vertex = [&](int number) { return points[static_cast<std::size_t>(number)]; };
     forEachBetween(placeOf(point - reach), placeOf(point + reach), [&](Entry const& entry) {
         if (areNeighbours(entry.place.column, place.column) &&
