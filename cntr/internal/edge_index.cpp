@@ -111,7 +111,7 @@ void EdgeIndex::addLeaves(std::vector<qcVector<2>> const& points)
     // From the start of edge 0 on, the ends of the edges stand one behind the other.
     qcVector<2> from = edgeStart(points, closed_, 0);
     qcVector<2> const* to = closed_ ? points.data() : points.data() + 1;
-    Pair sum{};
+    Pair sum = pairOf(from);  // of an open outline no edge ends there
     bool tooSmall = isTooSmall(from.x()) || isTooSmall(from.y());
     for (std::size_t leaf = 0; leaf < leafCount(); ++leaf) {
         std::size_t const count = leafEnd(leaf) - leafBegin(leaf);

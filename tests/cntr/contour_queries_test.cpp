@@ -135,6 +135,15 @@ TEST(ContourQueries, KnownAnswersAndTies)
     // The order is that of the cells, not of the indices; exactly as far is too far.
     EXPECT_EQ(OpenContour({{0.9, 0}, {0.1, 0}}).vertexIndex({0.5, 0}, 1), (std::vector<int>{1, 0}));
     EXPECT_EQ(OpenContour({{0, 0}, {4, 0}}).vertexIndex({0.5, 0}, 0.5), std::vector<int>());
+    // Squares that vanish: the distance is 0, below any tolerance.
+    EXPECT_EQ(OpenContour({{1e-200, 0}, {2e-200, 0}}).vertexIndex({1e-200, 0}, 1e-300),
+              (std::vector<int>{0, 1}));
+    // Bounds that begin with NaN are met by nothing, also where no edge ends at that point.
+    Points line{{0, kNaN}};
+    while (line.size() < 40)
+        line.emplace_back(static_cast<double>(line.size()), 0);
+    OpenContour const unbounded(line, false);
+    EXPECT_TRUE(unbounded.intersections(qcContour({{20.5, -1}, {20.5, 1}})).empty());
     EXPECT_EQ(square.intersections(qcLineSeg({5, 2}, {-1, 2}), false), (Points{{4, 2}, {0, 2}}));
     EXPECT_EQ(square.intersections(qcLineSeg({-1, 1}, {1, -1}), false), Points(2)) << "a corner";
     // Stops within 1e-6, but the boxes do not touch.
