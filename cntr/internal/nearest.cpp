@@ -122,7 +122,8 @@ private:
     }
 
     /// Squares of the distances of the boxes, each with its place in the last three bits: the least
-    /// one then says by itself which box it is of. It loses a few ulps at most.
+    /// one then says by itself which box it is of. It loses a few ulps at most; squares that vanish gain
+    /// less than any that counts.
     Eight taggedSquares(BoxGroup const& boxes) const
     {
         Eight squares;

@@ -30,7 +30,8 @@ struct FitUnits {
     qcVector<2> middle;  ///< of the box around the points, times unit
     qcVector<2> mean;    ///< of the points, from the middle, in normalised units
 
-    /// Coordinates of two points in normalised units from the middle of their box: within [-4, 4].
+    /// Coordinates of two points in normalised units from the middle of the box: within
+    /// [-4, 4] for points in the box.
     PairPoint fromMiddle(Pair x, Pair y) const
     {
         return {x * unit - middle.x(), y * unit - middle.y()};

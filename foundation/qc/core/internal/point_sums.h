@@ -17,7 +17,7 @@ namespace qnInternal {
 template <std::size_t kCount, class Terms>
 std::array<double, kCount> sumsOver(std::vector<qcVector<2>> const& points, Terms const& terms)
 {
-    constexpr std::size_t kBlock = 512;
+    constexpr std::size_t kBlock = 128;
     std::array<double, kCount> sums{};
     std::size_t const even = points.size() / 2 * 2;
     for (std::size_t i = 0; i < even;) {
