@@ -103,20 +103,19 @@ private:
     /// Looks at the pairs of boxes of two groups, the same one or the second behind the first.
     bool visit(std::size_t level, std::size_t a, std::size_t b)
     {
-        for (std::size_t i = 0; i < index_.boxesIn(level, a); ++i) {
+        unsigned const some = a == b ? (1U << index_.boxesIn(level, a)) - 1
+                                     : farEnough(index_.box(level + 1, b), level, a);
+        return !anyBit(some, [&](std::size_t i) {
             unsigned far = farEnough(index_.group(level, a).box(i), level, b);
             if (a == b)
                 far &= ~0U << i;
             std::size_t const node = a * EdgeIndex::kFan + i;
-            bool const tooMany = anyBit(far, [&](std::size_t j) {
+            return anyBit(far, [&](std::size_t j) {
                 std::size_t const other = b * EdgeIndex::kFan + j;
                 return level == 0 ? !look(index_.leafAt(node), other)
                                   : !visit(level - 1, node, other);
             });
-            if (tooMany)
-                return false;
-        }
-        return true;
+        });
     }
 
     bool look(std::size_t leaf, std::size_t other)
