@@ -7,7 +7,7 @@ namespace {
 
 /// So many queries are answered by a loop over all edges; then the slabs are worth building
 /// (bench/edge_index_bench.cpp).
-constexpr int kQueriesWithoutSlabs = 8;
+constexpr int kQueriesWithoutSlabs = 16;
 
 }  // namespace
 

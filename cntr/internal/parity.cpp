@@ -33,6 +33,46 @@ double shortenedSquare(double length, double other)
 /// How many entries for each edge the slabs may hold beyond one.
 constexpr double kSpareEntries = 1.25;
 
+/// With so many edges in a slab on average, sorting them pays (bench/containment_bench.cpp, the comb).
+constexpr std::size_t kManyEdges = 12;
+
+/// Above all rounding of differences of coordinates that may be counted.
+constexpr double kRoundingOfPlaces = 1e-8;
+
+double leftEnd(std::vector<qcVector<2>> const& outline, std::uint32_t edge)
+{
+    return std::min(edgeStart(outline, true, edge).x(), edgeEnd(outline, true, edge).x());
+}
+
+double rightEnd(std::vector<qcVector<2>> const& outline, std::uint32_t edge)
+{
+    return std::max(edgeStart(outline, true, edge).x(), edgeEnd(outline, true, edge).x());
+}
+
+struct EdgeFromLeft {
+    double left;
+    std::uint32_t number;
+};
+
+/// Sorts edges that mostly come one beside the other, from the left or from the right.
+void sortEdges(std::vector<EdgeFromLeft>& edges)
+{
+    constexpr std::size_t kFewMoves = 4;  // an edge on average
+    if (!edges.empty() && edges.back().left < edges.front().left)
+        std::reverse(edges.begin(), edges.end());
+    std::size_t moves = 0;
+    for (std::size_t i = 1; i < edges.size() && moves <= kFewMoves * edges.size(); ++i) {
+        EdgeFromLeft const edge = edges[i];
+        std::size_t place = i;
+        for (; place > 0 && edge.left < edges[place - 1].left; --place, ++moves)
+            edges[place] = edges[place - 1];
+        edges[place] = edge;
+    }
+    if (moves > kFewMoves * edges.size())
+        std::sort(edges.begin(), edges.end(),
+                  [](EdgeFromLeft const& a, EdgeFromLeft const& b) { return a.left < b.left; });
+}
+
 }  // namespace
 
 ParityReach::ParityReach(Box const& box, std::size_t vertexCount, qcVector<2> const& firstVertex,
@@ -136,6 +176,24 @@ SlabIndex::SlabIndex(std::vector<qcVector<2>> const& outline, Box const& box,
     edges_.resize(total);
     forEachSlab(
         [&](std::size_t k, std::size_t s) { edges_[--begin_[s]] = static_cast<std::uint32_t>(k); });
+    if (edges_.size() >= kManyEdges * slabCount_)
+        sortFromLeft(outline);
+}
+
+void SlabIndex::sortFromLeft(std::vector<qcVector<2>> const& outline)
+{
+    widest_.assign(slabCount_, 0);
+    std::vector<EdgeFromLeft> slab;
+    for (std::size_t s = 0; s < slabCount_; ++s) {
+        slab.clear();
+        for (std::uint32_t i = begin_[s]; i < begin_[s + 1]; ++i) {
+            slab.push_back({leftEnd(outline, edges_[i]), edges_[i]});
+            widest_[s] = std::max(widest_[s], rightEnd(outline, edges_[i]) - slab.back().left);
+        }
+        sortEdges(slab);
+        std::transform(slab.begin(), slab.end(), edges_.begin() + begin_[s],
+                       [](EdgeFromLeft const& edge) { return edge.number; });
+    }
 }
 
 std::size_t SlabIndex::slabOf(double y) const
@@ -166,9 +224,39 @@ ParityCount SlabIndex::countSlab(std::vector<qcVector<2>> const& outline, qcVect
 {
     ParityCount count(point, toVertex, toEdge);
     std::size_t const slab = slabOf(point.y());
+    if (!widest_.empty()) {
+        countSorted(outline, point, toVertex, slab, count);
+        return count;
+    }
     for (std::uint32_t i = begin_[slab]; i < begin_[slab + 1]; ++i)
         count.add(edgeStart(outline, true, edges_[i]), edgeEnd(outline, true, edges_[i]));
     return count;
+}
+
+void SlabIndex::countSorted(std::vector<qcVector<2>> const& outline, qcVector<2> const& point,
+                            double toVertex, std::size_t slab, ParityCount& count) const
+{
+    auto const first = edges_.begin() + begin_[slab];
+    auto const last = edges_.begin() + begin_[slab + 1];
+    double const leftReach = toVertex + widest_[slab] + kRoundingOfPlaces;
+    // From `right` on edges lie far to the right of the point, before `left` far to the left.
+    auto const right = std::partition_point(first, last, [&](std::uint32_t edge) {
+        return !(leftEnd(outline, edge) - point.x() > toVertex);
+    });
+    auto const left = std::partition_point(first, right, [&](std::uint32_t edge) {
+        return leftEnd(outline, edge) - point.x() < -leftReach;
+    });
+    auto const turnsOf = [&](auto begin, auto end) {
+        long turns = 0;
+        for (auto edge = begin; edge != end; ++edge)
+            turns += static_cast<long>(edgeEnd(outline, true, *edge).y() > point.y()) -
+                     static_cast<long>(edgeStart(outline, true, *edge).y() > point.y());
+        return turns;
+    };
+    // All that cross the height of the point are in its slab, as many upwards as downwards.
+    count.addTurns(last - right < right - first ? turnsOf(right, last) : -turnsOf(first, right));
+    for (auto edge = left; edge != right; ++edge)
+        count.add(edgeStart(outline, true, *edge), edgeEnd(outline, true, *edge));
 }
 
 std::optional<bool> insideByAllEdges(std::vector<qcVector<2>> const& outline,

@@ -77,6 +77,9 @@ public:
 
     void add(qcVector<2> const& from, qcVector<2> const& to);
 
+    /// Counts edges that lie far to the right, by their sum of 1 upwards and -1 downwards.
+    void addTurns(long turns) { turns_ += turns; }
+
     /// Whether add() passes over all edges in the box, which stands above, below or left of the point.
     bool leavesOut(Box const& box) const;
 
@@ -101,6 +104,9 @@ private:
 
 /// The edges of a closed outline by horizontal slabs: as many as the edges about fill, so that a
 /// point looks at a few edges only. At most about 12 bytes an edge.
+///
+/// Where the outline folds back so often that slabs hold many edges, these stand from left to right: a
+/// point then counts those on the side where they are fewer.
 class SlabIndex {
 public:
     SlabIndex(std::vector<qcVector<2>> const& outline, Box const& box, ParityReach const& reach);
@@ -116,6 +122,9 @@ private:
     ParityCount countSlab(std::vector<qcVector<2>> const& outline, qcVector<2> const& point,
                           double toVertex, double toEdge) const;
     std::size_t slabOf(double y) const;
+    void sortFromLeft(std::vector<qcVector<2>> const& outline);
+    void countSorted(std::vector<qcVector<2>> const& outline, qcVector<2> const& point,
+                     double toVertex, std::size_t slab, ParityCount& count) const;
 
     ParityReach reach_;
     double bottom_;
@@ -123,6 +132,8 @@ private:
     std::size_t slabCount_;
     std::vector<std::uint32_t> begin_;  // per slab, and one past the last
     std::vector<std::uint32_t> edges_;
+    std::vector<double>
+        widest_;  // by slab, how far an edge reaches in x; empty where none is sorted
 };
 
 /// The same by a loop over all edges.
