@@ -9,12 +9,21 @@ namespace {
 /// (bench/edge_index_bench.cpp).
 constexpr int kQueriesWithoutSlabs = 16;
 
+/// And so many before the edges of full slabs are sorted.
+constexpr int kQueriesUnsorted = 256;
+
 }  // namespace
 
 std::optional<bool> qcContour::certainlyInside(qcVector<2> const& point) const
 {
-    if (slabIndex_)
+    if (slabIndex_) {
+        if (slabIndex_->gainsFromSorting() && ++containmentQueries_ > kQueriesUnsorted) {
+            auto sorted = std::make_shared<qnInternal::SlabIndex>(*slabIndex_);
+            sorted->sortFromLeft(points_);
+            slabIndex_ = std::move(sorted);
+        }
         return slabIndex_->inside(points_, point);
+    }
     auto const reach = parityReach();
     if (!reach)
         return std::nullopt;

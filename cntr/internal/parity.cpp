@@ -176,12 +176,12 @@ SlabIndex::SlabIndex(std::vector<qcVector<2>> const& outline, Box const& box,
     edges_.resize(total);
     forEachSlab(
         [&](std::size_t k, std::size_t s) { edges_[--begin_[s]] = static_cast<std::uint32_t>(k); });
-    if (edges_.size() >= kManyEdges * slabCount_)
-        sortFromLeft(outline);
+    gainsFromSorting_ = edges_.size() >= kManyEdges * slabCount_;
 }
 
 void SlabIndex::sortFromLeft(std::vector<qcVector<2>> const& outline)
 {
+    gainsFromSorting_ = false;
     widest_.assign(slabCount_, 0);
     std::vector<EdgeFromLeft> slab;
     for (std::size_t s = 0; s < slabCount_; ++s) {

@@ -226,7 +226,10 @@ TEST(Parity, WhereItIsCertainTheRayAgrees)
         for (auto const& p : outline.points)
             radius = std::max(radius, outline.points.front().distance(p));
         ParityReach const reach(box, outline.points.size(), outline.points.front(), radius);
-        SlabIndex const slabs(outline.points, box, reach);
+        SlabIndex slabs(outline.points, box, reach);
+        SlabIndex const unsorted = slabs;
+        if (slabs.gainsFromSorting())
+            slabs.sortFromLeft(outline.points);
         for (auto const& place : places(outline.points, random)) {
             if (outline.closed) {
                 EXPECT_EQ(rayDirection(outline.points, index, place),
@@ -234,6 +237,7 @@ TEST(Parity, WhereItIsCertainTheRayAgrees)
             }
             auto const byEdges = insideByAllEdges(outline.points, place, reach);
             auto const bySlab = slabs.inside(outline.points, place);
+            EXPECT_EQ(unsorted.inside(outline.points, place), bySlab);
             EXPECT_TRUE(!byEdges || bySlab) << "a slab looks at fewer edges, so at fewer doubts";
             if (slabs.surelyWound(outline.points, place)) {
                 ++wound;
