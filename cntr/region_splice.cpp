@@ -8,6 +8,7 @@
 #include <qc/core/compare.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -61,5 +62,6 @@ void qcRegion::splice(qcRegion const& other, qcRegion& result) const
     });
     if (spliced.empty())
         throw qcContourDefs::BadParams(L"spliced regions do not intersect");
-    result = qcRegion(spliced, qcContourDefs::eIgnore);
+    result = qcRegion();
+    result.points_ = std::move(spliced);  // not copied: long chains of regions are spliced one by one
 }
