@@ -63,6 +63,6 @@ void qcRegion::splice(qcRegion const& other, qcRegion& result) const
     if (spliced.empty())
         throw qcContourDefs::BadParams(L"spliced regions do not intersect");
     result = qcRegion();
-    result.points_ =
-        std::move(spliced);  // not copied: long chains of regions are spliced one by one
+    // Not copied: long chains of regions are spliced one by one.
+    result.points_ = std::move(spliced);
 }
