@@ -40,7 +40,7 @@ qcVector<2> qcContour::closestPoint(qcVector<2> const& point, bool verticesOnly)
     if (verticesOnly)
         return points_[static_cast<std::size_t>(qcContour::closestVertexIndex(point))];
     bool const closed = isClosed();
-    bool const many = points_.size() > qnInternal::kMaxPlainEdges;
+    bool const many = points_.size() > qnInternal::kMaxPlainEdges;  // few spare even the call
     auto const* const edges = many ? edgeIndex() : nullptr;
     if (edges && qnInternal::isRegularPoint(point)) {
         auto const k = qnInternal::nearestEdge(*edges, points_, point).index;
@@ -48,18 +48,18 @@ qcVector<2> qcContour::closestPoint(qcVector<2> const& point, bool verticesOnly)
                              qnInternal::edgeEnd(points_, closed, k), point);
     }
     double best = std::numeric_limits<double>::infinity();
-    qcVector<2> const* edge = nullptr;  // its start
-    qcVector<2> const* edgeEnd = nullptr;
+    qcVector<2> const* nearestFrom = nullptr;
+    qcVector<2> const* nearestTo = nullptr;
     qnInternal::forEachEdge(points_, closed,
                             [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {
                                 double const d = qnInternal::segmentDistance(from, to, point);
                                 if (d < best) {
                                     best = d;
-                                    edge = &from;
-                                    edgeEnd = &to;
+                                    nearestFrom = &from;
+                                    nearestTo = &to;
                                 }
                             });
-    return edge ? nearestOnEdge(*edge, *edgeEnd, point) : qcVector<2>();
+    return nearestFrom ? nearestOnEdge(*nearestFrom, *nearestTo, point) : qcVector<2>();
 }
 
 double qcContour::distToPoint(qcVector<2> const& point, bool verticesOnly) const

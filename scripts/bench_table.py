@@ -29,7 +29,7 @@ AIMS = {
     "self_crossing": 1, ("self_crossing", 100000): 2, "regularise": 3, "set_crossing": 8,
     "ellipse_fit": 10, ("ellipse_fit", 100000): 20, "save_load": 1.3, "copy": 1,
 }
-MARKERS = "<!-- {0}: written by scripts/bench_table.py -->\n", "<!-- end of {0} -->"
+MARKERS = "<!-- {0}: written by a script -->\n", "<!-- end of {0} -->"
 
 
 def aim(question, shape, size):

@@ -35,7 +35,7 @@ def main():
     commit, paths = sys.argv[1], sys.argv[2:]
     half = len(paths) // 2
     text = table(least(paths[:half]), least(paths[half:]))
-    insert("small", f"`scripts/bench_since.sh {commit}`:\n\n" + text)
+    insert("small", f"`./dev bench --since {commit}`:\n\n" + text)
     print(text)
 
 

@@ -1,7 +1,6 @@
 // The extremes of many points, several at a time.
 #include "cntr/internal/box_of_points.h"
 
-#include <qc/core/internal/extremes.h>
 #include <qc/core/internal/pair.h>
 
 #include <algorithm>

@@ -4,7 +4,7 @@
 #include "cntr/internal/box.h"
 #include "cntr/internal/edge_walk.h"
 
-#include <qc/core/internal/pair.h>
+#include <qc/core/internal/extremes.h>
 #include <qc/core/vector.h>
 
 #include <cstddef>
@@ -27,16 +27,10 @@ PointBox boxOfPoints(std::vector<qcVector<2>> const& points, Box const& known);
 inline Box boxOfEdges(std::vector<qcVector<2>> const& points, bool closed, std::size_t begin,
                       std::size_t end)
 {
-    Pair low = pairOf(edgeStart(points, closed, begin));
-    Pair high = low;
     // The ends of the edges stand one behind the other.
-    qcVector<2> const* to = &edgeEnd(points, closed, begin);
-    for (std::size_t k = begin; k < end; ++k) {
-        Pair const point = pairOf(*to++);
-        low = smaller(point, low);
-        high = larger(point, high);
-    }
-    return {{low[0], low[1]}, {high[0], high[1]}};
+    Extremes const ends = extremesFrom(edgeStart(points, closed, begin),
+                                       &edgeEnd(points, closed, begin), end - begin);
+    return {{ends.low[0], ends.low[1]}, {ends.high[0], ends.high[1]}};
 }
 
 /// The largest squared distance of a point from `place`, 0 at least. NaN is passed over.

@@ -4,6 +4,8 @@
 #include "cntr/internal/curve_order.h"
 #include "cntr/internal/tolerances.h"
 
+#include <qc/core/internal/extremes.h>
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -12,26 +14,6 @@ namespace qnInternal {
 
 namespace {
 
-/// A run of edges.
-struct Run {
-    Pair low;
-    Pair high;
-    Pair sum{};  // of the points: not finite where a coordinate is not
-};
-
-/// Of the edges to `count` points, the first of them from `from`.
-Run runOver(qcVector<2> const& from, qcVector<2> const* points, std::size_t count)
-{
-    Run run{pairOf(from), pairOf(from)};
-    for (std::size_t i = 0; i < count; ++i) {
-        Pair const point = pairOf(points[i]);
-        run.low = smaller(point, run.low);
-        run.high = larger(point, run.high);
-        run.sum += point;
-    }
-    return run;
-}
-
 /// Whether a coordinate is so near to 0 that squares of differences lose digits.
 bool isTooSmall(double coordinate)
 {
@@ -39,7 +21,7 @@ bool isTooSmall(double coordinate)
 }
 
 /// Whether one of the points between `low` and `high` has a coordinate that is too small.
-bool anyTooSmall(Run const& run, qcVector<2> const* points, std::size_t count)
+bool anyTooSmall(Extremes const& run, qcVector<2> const* points, std::size_t count)
 {
     auto const mayBe = [&](std::size_t axis) {
         return run.low[axis] < kSmallestRegular && run.high[axis] > -kSmallestRegular;
@@ -115,7 +97,7 @@ void EdgeIndex::addLeaves(std::vector<qcVector<2>> const& points)
     bool tooSmall = isTooSmall(from.x()) || isTooSmall(from.y());
     for (std::size_t leaf = 0; leaf < leafCount(); ++leaf) {
         std::size_t const count = leafEnd(leaf) - leafBegin(leaf);
-        Run const run = runOver(from, to, count);
+        Extremes const run = extremesFrom(from, to, count);
         sum += run.sum;
         tooSmall = tooSmall || anyTooSmall(run, to, count);
         boxes_.lowest(leaf / kFan)

@@ -48,6 +48,15 @@ inline bool areFinite(std::vector<qcVector<2>> const& points, Extremes const& ex
                        [](qcVector<2> const& point) { return areFinite(pairOf(point)); });
 }
 
+/// The extremes of `from` and of `count` points, which alone are in the sum.
+inline Extremes extremesFrom(qcVector<2> const& from, qcVector<2> const* points, std::size_t count)
+{
+    Extremes extremes(pairOf(from));
+    for (std::size_t i = 0; i < count; ++i)
+        extremes.take(pairOf(points[i]));
+    return extremes;
+}
+
 /// The extremes of points, of which there is one at least.
 inline Extremes extremesOf(std::vector<qcVector<2>> const& points)
 {
