@@ -19,11 +19,17 @@ struct Asked {
 
 long qcRegion::insideCount(qcVector<2> const& point, bool twoRays) const
 {
+    double firstSeen = 0;
+    return insideCount(point, twoRays, firstSeen);
+}
+
+long qcRegion::insideCount(qcVector<2> const& point, bool twoRays, double& firstSeen) const
+{
     if (!encloseRect(qcXform<2>()).within(point))
         return 0;
     auto const* const index = edgeIndex();
     auto const ray = index && qnInternal::isRegularPoint(point)
-                         ? qnInternal::rayDirection(points(), *index, point)
+                         ? qnInternal::rayDirection(points(), *index, point, firstSeen)
                          : qnInternal::rayDirection(points(), point);
     if (!ray)
         return 1;  // on a vertex

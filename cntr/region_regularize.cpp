@@ -55,13 +55,14 @@ long qcRegion::startEdge() const
 {
     double const probe = qnInternal::kProbe * medianFeatureSize();
     auto const last = static_cast<long>(points().size()) - 1;
+    double firstSeen = 0;
     for (long i = 0; i < last; ++i)
-        if (facesOutside(i, probe))
+        if (facesOutside(i, probe, firstSeen))
             return i;
     throw qcContourDefs::BadParams(L"invalid contour");
 }
 
-bool qcRegion::facesOutside(long edge, double probe) const
+bool qcRegion::facesOutside(long edge, double probe, double& firstSeen) const
 {
     qcVector<2> const& from = points()[static_cast<std::size_t>(edge)];
     qcVector<2> const& to = points()[static_cast<std::size_t>(edge) + 1];
@@ -74,7 +75,8 @@ bool qcRegion::facesOutside(long edge, double probe) const
     bool const bWound = edge >= kTriedPlainly && surelyWound(b);
     return !(aWound && bWound) && crossings(qcLineSeg(a, b), true, false).size() == 1 &&
            crossings(qcLineSeg(from, to), true, false).size() == 2 &&
-           ((!aWound && insideCount(a, true) == 0) || (!bWound && insideCount(b, true) == 0));
+           ((!aWound && insideCount(a, true, firstSeen) == 0) ||
+            (!bWound && insideCount(b, true, firstSeen) == 0));
 }
 
 std::vector<qcVector<2>> qcRegion::walkBoundary(long start) const

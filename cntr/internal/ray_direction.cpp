@@ -131,7 +131,8 @@ std::optional<qcVector<2>> rayDirection(std::vector<qcVector<2>> const& outline,
 }
 
 std::optional<qcVector<2>> rayDirection(std::vector<qcVector<2>> const& outline,
-                                        EdgeIndex const& index, qcVector<2> const& point)
+                                        EdgeIndex const& index, qcVector<2> const& point,
+                                        double& firstSeen)
 {
     if (!(nearestVertex(index, outline, point).distance > kOnSegment))
         return std::nullopt;
@@ -144,16 +145,18 @@ std::optional<qcVector<2>> rayDirection(std::vector<qcVector<2>> const& outline,
     double previous = 0;
     std::vector<double> angles;
     for (double from = 0; from < kTurn;) {
-        double const to = findFirstAngles(outline, index, point, from,
-                                          from + std::min(width, kTurn / 4), narrow, angles);
+        bool const hardlyAny = !first && from < firstSeen;
+        double const most = std::min(hardlyAny ? firstSeen - from : width, kTurn / 4);
+        double const to = findFirstAngles(outline, index, point, from, from + most, narrow, angles);
         for (double const angle : angles) {
             if (!first)
-                first = angle;
+                first = firstSeen = angle;
             else if (auto const ray = through(previous, angle, wideEnough))
                 return ray;
             previous = angle;
         }
-        width = 2 * (to - from);
+        if (!hardlyAny)
+            width = 2 * (to - from);
         from = to;
     }
     auto const last = first ? through(previous, *first, wideEnough) : std::nullopt;

@@ -20,8 +20,11 @@ std::optional<qcVector<2>> rayDirection(std::vector<qcVector<2>> const& outline,
                                         qcVector<2> const& point);
 
 /// The same through a regular index of the closed outline, for a point within its bounds: looks at
-/// the vertices of one narrow wedge after the other until a gap is found.
+/// the vertices of one narrow wedge after the other until a gap is found. The first wedge reaches up to
+/// the angle `firstSeen`, at which the first vertex was seen from a neighbouring point, or 0; it
+/// becomes that of this point. No answer depends on it.
 std::optional<qcVector<2>> rayDirection(std::vector<qcVector<2>> const& outline,
-                                        EdgeIndex const& index, qcVector<2> const& point);
+                                        EdgeIndex const& index, qcVector<2> const& point,
+                                        double& firstSeen);
 
 }  // namespace qnInternal

@@ -170,6 +170,9 @@ private:
     void serializeLegacy(qcArchive& archive);
 
     long insideCount(qcVector<2> const& point, bool twoRays) const;
+
+    // The same for one of neighbouring points; `firstSeen` is 0 for the first of them.
+    long insideCount(qcVector<2> const& point, bool twoRays, double& firstSeen) const;
     bool insideOutline(qcVector<2> const& point) const;
 
     // What the queries declared without const do; const callers use these.
@@ -190,7 +193,7 @@ private:
     void cleaned(Result& cache, bool outerHullStage, qcRegion& result) const;
     void outerHullRegularize(qcRegion& result, bool outerHullStage) const;
     long startEdge() const;
-    bool facesOutside(long edge, double probe) const;
+    bool facesOutside(long edge, double probe, double& firstSeen) const;
     std::vector<qcVector<2>> walkBoundary(long start) const;
     void splice(qcRegion const& other, qcRegion& result) const;
 
