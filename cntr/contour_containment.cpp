@@ -16,28 +16,21 @@ constexpr int kQueriesUnsorted = 256;
 
 std::optional<bool> qcContour::certainlyInside(qcVector<2> const& point) const
 {
-    if (slabIndex_) {
-        if (slabIndex_->gainsFromSorting() && ++containmentQueries_ > kQueriesUnsorted) {
-            auto sorted = std::make_shared<qnInternal::SlabIndex>(*slabIndex_);
-            sorted->sortFromLeft(points_);
-            slabIndex_ = std::move(sorted);
-        }
-        return slabIndex_->inside(points_, point);
+    if (!slabIndex_) {
+        auto const reach = parityReach();
+        if (!reach)
+            return std::nullopt;
+        if (++containmentQueries_ <= kQueriesWithoutSlabs)
+            return qnInternal::insideByAllEdges(points_, point, *reach);
     }
-    auto const reach = parityReach();
-    if (!reach)
-        return std::nullopt;
-    if (++containmentQueries_ <= kQueriesWithoutSlabs)
-        return qnInternal::insideByAllEdges(points_, point, *reach);
-    return slabs(*reach).inside(points_, point);
+    auto const* const index = slabs();
+    return index ? index->inside(points_, point) : std::nullopt;
 }
 
 bool qcContour::surelyWound(qcVector<2> const& point) const
 {
-    if (slabIndex_)
-        return slabIndex_->surelyWound(points_, point);
-    auto const reach = parityReach();
-    return reach && slabs(*reach).surelyWound(points_, point);
+    auto const* const index = slabs();
+    return index && index->surelyWound(points_, point);
 }
 
 std::optional<qnInternal::ParityReach> qcContour::parityReach() const
@@ -50,9 +43,18 @@ std::optional<qnInternal::ParityReach> qcContour::parityReach() const
     return reach.certain() ? std::optional(reach) : std::nullopt;
 }
 
-qnInternal::SlabIndex const& qcContour::slabs(qnInternal::ParityReach const& reach) const
+qnInternal::SlabIndex const* qcContour::slabs() const
 {
-    qnInternal::Box const box{bounds().min, bounds().max};
-    slabIndex_ = std::make_shared<qnInternal::SlabIndex>(points_, box, reach);
-    return *slabIndex_;
+    if (!slabIndex_) {
+        auto const reach = parityReach();
+        if (!reach)
+            return nullptr;
+        qnInternal::Box const box{bounds().min, bounds().max};
+        slabIndex_ = std::make_shared<qnInternal::SlabIndex>(points_, box, *reach);
+    } else if (slabIndex_->gainsFromSorting() && ++containmentQueries_ > kQueriesUnsorted) {
+        auto sorted = std::make_shared<qnInternal::SlabIndex>(*slabIndex_);
+        sorted->sortFromLeft(points_);
+        slabIndex_ = std::move(sorted);
+    }
+    return slabIndex_.get();
 }

@@ -289,7 +289,7 @@ private:
     // Whether containment rays from a point are sure to meet the outline, taken as closed.
     bool surelyWound(qcVector<2> const& point) const;
     std::optional<qnInternal::ParityReach> parityReach() const;
-    qnInternal::SlabIndex const& slabs(qnInternal::ParityReach const& reach) const;
+    qnInternal::SlabIndex const* slabs() const;  // null where no point has an answer by them
     qcPolygon toPolygon() const;
 
     unsigned long label_;
