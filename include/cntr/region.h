@@ -154,6 +154,7 @@ protected:
 
 private:
     friend class qcRegionSet;
+    class SplicedOutline;  // outlines that cross, joined into one
 
     /// A result region, held for all copies; the handle stays beyond `valid` until it is replaced.
     struct Result {
@@ -195,7 +196,6 @@ private:
     long startEdge() const;
     bool facesOutside(long edge, double probe, double& firstSeen) const;
     std::vector<qcVector<2>> walkBoundary(long start) const;
-    void splice(qcRegion const& other, qcRegion& result) const;
 
     std::vector<qcPtrHandle_const<qcRegion>> holes_;
 

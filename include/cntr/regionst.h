@@ -153,6 +153,7 @@ private:
 
     void cleaned(Result& cache, bool useOuterHull, qcRegionSet& result) const;
     void outerHullRegularize(qcRegionSet& result, bool useOuterHull) const;
+    std::vector<qcPtrHandle_const<qcRegion>> mergedRegions() const;
 
     std::vector<qcPtrHandle_const<qcRegion>> regions_;
     long cachedVectorSize_ = 3;

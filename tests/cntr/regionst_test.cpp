@@ -208,14 +208,15 @@ TEST(RegionSet, MergesInOnePassWithTheLastRegionMoved)
 }
 
 /// Figures here and there, overlapping or not, some with a hole in the middle, some crossing
-/// themselves, clockwise or not; few of them, or enough for a tree of their boxes.
+/// themselves, clockwise or not; few of them, or enough for a tree of their boxes, now and then so near
+/// to each other that dozens are spliced into one.
 qnPlain::Set randomFigures(std::mt19937& random)
 {
     auto const between = [&](double low, double high) {
         return qnOutlines::uniform(random, low, high);
     };
     bool const many = random() % 60 == 0;
-    double const reach = many ? 30 : 8;
+    double const reach = many ? between(6, 30) : 8;
     qnPlain::Set set(many ? 33 + random() % 30 : 1 + random() % 5);
     for (auto& figure : set) {
         qcVector<2> const center(between(-reach, reach), between(-reach, reach));
@@ -230,6 +231,25 @@ qnPlain::Set randomFigures(std::mt19937& random)
             figure.holes.push_back({square(center.x() - 0.1, center.y() - 0.1, 0.2), {}});
     }
     return set;
+}
+
+/// Compares both ways to clean a set; whether regions were merged.
+bool cleansAsThePlainSteps(qcRegionSet const& set, qnPlain::Set const& figures)
+{
+    bool merged = false;
+    for (bool const hull : {false, true}) {
+        auto const got = attempt([&] {
+            qcRegionSet clean;
+            hull ? set.outerHull(clean) : set.regularize(clean);
+            std::vector<Points> outlines;
+            for (auto const& region : clean.regions())
+                outlines.push_back(region->points());
+            return outlines;
+        });
+        EXPECT_EQ(got, attempt([&] { return qnPlain::cleaned(figures, hull); }));
+        merged = merged || (got.second.empty() && got.first.size() < figures.size());
+    }
+    return merged;
 }
 
 TEST(RegionSet, AnswersAsThePlainSteps)
@@ -270,20 +290,50 @@ TEST(RegionSet, AnswersAsThePlainSteps)
                               qnPlain::distToPoint(figures, q, zero, holes, zero));
             }
         }
-        for (bool const hull : {false, true}) {
-            auto const got = attempt([&] {
-                qcRegionSet clean;
-                hull ? set.outerHull(clean) : set.regularize(clean);
-                std::vector<Points> outlines;
-                for (auto const& region : clean.regions())
-                    outlines.push_back(region->points());
-                return outlines;
-            });
-            EXPECT_EQ(got, attempt([&] { return qnPlain::cleaned(figures, hull); }));
-            merged += got.first.size() < figures.size();
-        }
+        merged += cleansAsThePlainSteps(set, figures);
     }
-    EXPECT_GT(merged, 500);
+    EXPECT_GT(merged, 250);
+}
+
+TEST(RegionSet, MergesFiguresThatTouchOrNearlyDoAsThePlainSteps)
+{
+    constexpr std::size_t kMostPoints = 16;
+    std::mt19937 random(24);
+    auto const outlines = qnOutlines::randomised(25, rounds(600));
+    int merged = 0;
+    for (int run = 0; run < rounds(1500); ++run) {
+        SCOPED_TRACE(run);
+        qnPlain::Set figures;
+        Regions regions;
+        for (std::size_t count = 2 + random() % 5; figures.size() < count;) {
+            auto const& outline = outlines[random() % outlines.size()];
+            if (outline.points.size() < 3 || outline.points.size() > kMostPoints)
+                continue;
+            figures.push_back({outline.points, {}});
+            regions.push_back(holeOf(outline.points));
+        }
+        merged += cleansAsThePlainSteps(qcRegionSet(regions), figures);
+    }
+    EXPECT_GT(merged, 100);
+}
+
+TEST(RegionSet, SplicesWhatMeetsTheWayToACrossingBeyondItsEdges)
+{
+    // The first two meet within the tolerance beyond a corner, where the third meets nothing else.
+    Points const far = square(90, 90, 1);
+    Points const edge{{9 + 5e-7, 11}, {11 + 5e-7, 9}, {12, 12}};
+    Points const tip{{1e-7, -1e-7}, {-10 + 1e-7, -20 - 1e-7}, {-1, -20}};
+    for (auto const& outlines : std::vector<std::vector<Points>>{
+             {square(0, 0, 10), edge, {{9.9, 10 + 3e-7}, {10.1, 10 + 3e-7}, {10, 15}}, far},
+             {{{-10, -10}, {0, 0}, {-10, -5}}, tip, {{-1, 8e-8}, {1, 8e-8}, {0, 5}}, far}}) {
+        qnPlain::Set figures;
+        Regions regions;
+        for (auto const& outline : outlines) {
+            figures.push_back({outline, {}});
+            regions.push_back(holeOf(outline));
+        }
+        cleansAsThePlainSteps(qcRegionSet(regions), figures);
+    }
 }
 
 TEST(RegionSet, MomentsOfNothingAndOfHoles)
