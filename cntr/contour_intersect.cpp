@@ -32,29 +32,58 @@ std::vector<qcVector<2>> pointsOf(std::vector<EdgeHit> const& hits)
     return points;
 }
 
-/// Calls visit(k) for the edges of leaves that overlap the place.
+/// Calls visit(k) for the edges of leaves that overlap the place, until `done`.
 template <class Visit>
-void forEachEdgeNear(qnInternal::TwiceBox const& place, EdgeIndex const& index, Visit const& visit)
+void forEachEdgeNear(qnInternal::TwiceBox const& place, EdgeIndex const& index, bool const& done,
+                     Visit const& visit)
 {
-    index.forEachLeaf([&](qnInternal::BoxGroup const& boxes) { return boxes.overlapping(place); },
+    index.forEachLeaf(
+        [&](qnInternal::BoxGroup const& boxes) { return done ? 0 : boxes.overlapping(place); },
+        [&](std::size_t leaf, Box const&) {
+            for (std::size_t k = index.leafBegin(leaf); k < index.leafEnd(leaf); ++k)
+                visit(k);
+        });
+}
+
+/// Calls visit(k) for the edges that are not wholly on one side of the segment, until `done`.
+template <class Visit>
+void forEachEdgeNear(qnInternal::SegmentReach const& reach, EdgeIndex const& index,
+                     std::vector<qcVector<2>> const& points, bool const& done, Visit const& visit)
+{
+    index.forEachLeaf([&](qnInternal::BoxGroup const& boxes) { return done ? 0 : reach(boxes); },
                       [&](std::size_t leaf, Box const&) {
-                          for (std::size_t k = index.leafBegin(leaf); k < index.leafEnd(leaf); ++k)
-                              visit(k);
+                          std::size_t const begin = index.leafBegin(leaf);
+                          unsigned const edges =
+                              reach.edges(qnInternal::edgeStart(points, index.closed(), begin),
+                                          &qnInternal::edgeEnd(points, index.closed(), begin),
+                                          index.leafEnd(leaf) - begin);
+                          qnInternal::forEachBit(edges, [&](std::size_t i) { visit(begin + i); });
                       });
 }
 
-/// Calls visit(k) for the edges that are not wholly on one side of the segment.
-template <class Visit>
-void forEachEdgeNear(qnInternal::SegmentReach const& reach, EdgeIndex const& index,
-                     std::vector<qcVector<2>> const& points, Visit const& visit)
+/// Calls accepts(point, k) for the edges that meet the query, in no certain order, until it accepts
+/// one; whether it did. All edges are asked where there is no index.
+template <class Accepts>
+bool anyHit(HitQuery const& query, qnInternal::Outline const& outline, EdgeIndex const* index,
+            Accepts const& accepts)
 {
-    index.forEachLeaf(reach, [&](std::size_t leaf, Box const&) {
-        std::size_t const begin = index.leafBegin(leaf);
-        unsigned const edges = reach.edges(qnInternal::edgeStart(points, index.closed(), begin),
-                                           &qnInternal::edgeEnd(points, index.closed(), begin),
-                                           index.leafEnd(leaf) - begin);
-        qnInternal::forEachBit(edges, [&](std::size_t i) { visit(begin + i); });
-    });
+    auto const& points = outline.points;
+    bool done = false;
+    auto const look = [&](std::size_t k) {
+        if (auto const point = query.meets(qnInternal::edgeStart(points, outline.closed, k),
+                                           qnInternal::edgeEnd(points, outline.closed, k)))
+            done = accepts(*point, k) || done;
+    };
+    if (!index) {
+        for (std::size_t k = 0; k < outline.edges() && !done; ++k)
+            look(k);
+    } else if (qnInternal::isOblique(query, index->scale())) {
+        forEachEdgeNear(qnInternal::SegmentReach(query, index->scale()), *index, points, done,
+                        look);
+    } else {
+        forEachEdgeNear(qnInternal::TwiceBox(query.box()), *index, done, look);
+    }
+    return done;
 }
 
 }  // namespace
@@ -96,25 +125,21 @@ void qcContour::findHits(HitQuery const& query, std::vector<EdgeHit>& found) con
     found.clear();
     if (!overlap({bounds().min, bounds().max}, query.box()))
         return;
-    bool const closed = isClosed();
-    auto const look = [&](std::size_t k) {
-        if (auto const point = query.meets(qnInternal::edgeStart(points_, closed, k),
-                                           qnInternal::edgeEnd(points_, closed, k))) {
-            if (found.capacity() == 0)
-                found.reserve(kMostlyEnough);
-            found.push_back({*point, static_cast<int>(k)});
-        }
-    };
-    if (EdgeIndex const* const index = query.regular() ? edgeIndex() : nullptr) {
-        if (qnInternal::isOblique(query, index->scale()))
-            forEachEdgeNear(qnInternal::SegmentReach(query, index->scale()), *index, points_, look);
-        else
-            forEachEdgeNear(qnInternal::TwiceBox(query.box()), *index, look);
-    } else {
-        for (std::size_t k = 0; k < qnInternal::edgeCount(points_.size(), closed); ++k)
-            look(k);
-    }
+    anyHit(query, {points_, isClosed()}, query.regular() ? edgeIndex() : nullptr,
+           [&](qcVector<2> const& point, std::size_t k) {
+               if (found.capacity() == 0)
+                   found.reserve(kMostlyEnough);
+               found.push_back({point, static_cast<int>(k)});
+               return false;
+           });
     query.sortAlong(found);
+}
+
+bool qcContour::isMetBy(HitQuery const& query) const
+{
+    return overlap({bounds().min, bounds().max}, query.box()) &&
+           anyHit(query, {points_, isClosed()}, query.regular() ? edgeIndex() : nullptr,
+                  [](qcVector<2> const&, std::size_t) { return true; });
 }
 
 std::vector<qcVector<2>> qcContour::intersections(qcLineSeg const& segment,
@@ -181,7 +206,7 @@ bool qcContour::anyEdgeMeetsAnother() const
     qnInternal::forEachEdge(points_, closed,
                             [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {
                                 if (!found && !qfRealEq(from, to, qnInternal::kSamePoint))
-                                    found = !hits(HitQuery(from, to, false)).empty();
+                                    found = isMetBy(HitQuery(from, to, false));
                             });
     return found;
 }

@@ -1,6 +1,7 @@
 // A region and a point: containment, closest vertex, closest boundary point, distance.
 #include <cntr/region.h>
 
+#include "cntr/internal/edge_hits.h"
 #include "cntr/internal/nearest.h"
 #include "cntr/internal/ray_direction.h"
 
@@ -17,28 +18,38 @@ struct Asked {
 
 }  // namespace
 
-long qcRegion::insideCount(qcVector<2> const& point, bool twoRays) const
+std::optional<qcVector<2>> qcRegion::containmentRay(qcVector<2> const& point,
+                                                    double& firstSeen) const
 {
-    double firstSeen = 0;
-    return insideCount(point, twoRays, firstSeen);
+    auto const* const index = edgeIndex();
+    auto const direction = index && qnInternal::isRegularPoint(point)
+                               ? qnInternal::rayDirection(points(), *index, point, firstSeen)
+                               : qnInternal::rayDirection(points(), point);
+    if (!direction)
+        return std::nullopt;
+    return *direction * (2 * encloseCircle(qcContourDefs::eFromFirstPoint).radius());
 }
 
-long qcRegion::insideCount(qcVector<2> const& point, bool twoRays, double& firstSeen) const
+long qcRegion::insideCount(qcVector<2> const& point) const
 {
     if (!encloseRect(qcXform<2>()).within(point))
         return 0;
-    auto const* const index = edgeIndex();
-    auto const ray = index && qnInternal::isRegularPoint(point)
-                         ? qnInternal::rayDirection(points(), *index, point, firstSeen)
-                         : qnInternal::rayDirection(points(), point);
+    double firstSeen = 0;
+    auto const ray = containmentRay(point, firstSeen);
     if (!ray)
         return 1;  // on a vertex
-    double const length = 2 * encloseCircle(qcContourDefs::eFromFirstPoint).radius();
-    auto const count = [&](qcVector<2> const& end) {
-        return static_cast<long>(crossings(qcLineSeg(point, end), false, false).size());
+    return static_cast<long>(crossings(qcLineSeg(point, point + *ray), false, false).size());
+}
+
+bool qcRegion::hasFreeRay(qcVector<2> const& point, double& firstSeen) const
+{
+    if (!encloseRect(qcXform<2>()).within(point))
+        return true;
+    auto const ray = containmentRay(point, firstSeen);
+    auto const isFree = [&](qcVector<2> const& end) {
+        return !isMetBy(qnInternal::HitQuery(point, end, false));
     };
-    long const forward = count(point + *ray * length);
-    return twoRays ? std::min(forward, count(point - *ray * length)) : forward;
+    return ray && (isFree(point + *ray) || isFree(point - *ray));
 }
 
 bool qcRegion::insideOutline(qcVector<2> const& point) const
@@ -51,7 +62,7 @@ bool qcRegion::insideOutline(qcVector<2> const& point) const
         if (auto const certain = certainlyInside(point))
             return *certain;
     }
-    return insideCount(point, false) % 2 == 1;
+    return insideCount(point) % 2 == 1;
 }
 
 bool qcRegion::inside(qcVector<2> const& point, bool considerHoles) const

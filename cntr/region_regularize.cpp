@@ -75,8 +75,7 @@ bool qcRegion::facesOutside(long edge, double probe, double& firstSeen) const
     bool const bWound = edge >= kTriedPlainly && surelyWound(b);
     return !(aWound && bWound) && crossings(qcLineSeg(a, b), true, false).size() == 1 &&
            crossings(qcLineSeg(from, to), true, false).size() == 2 &&
-           ((!aWound && insideCount(a, true, firstSeen) == 0) ||
-            (!bWound && insideCount(b, true, firstSeen) == 0));
+           ((!aWound && hasFreeRay(a, firstSeen)) || (!bWound && hasFreeRay(b, firstSeen)));
 }
 
 std::vector<qcVector<2>> qcRegion::walkBoundary(long start) const

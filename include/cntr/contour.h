@@ -282,6 +282,7 @@ private:
 
     // The same into a list that is there already.
     void findHits(qnInternal::HitQuery const& query, std::vector<qnInternal::EdgeHit>& found) const;
+    bool isMetBy(qnInternal::HitQuery const& query) const;
 
     // Whether the outline, taken as closed, contains a point; nothing where only the ray can tell.
     std::optional<bool> certainlyInside(qcVector<2> const& point) const;

@@ -170,10 +170,14 @@ private:
     void checkHoles(std::vector<qcPtrHandle_const<qcRegion>> const& holes);
     void serializeLegacy(qcArchive& archive);
 
-    long insideCount(qcVector<2> const& point, bool twoRays) const;
+    long insideCount(qcVector<2> const& point) const;
 
-    // The same for one of neighbouring points; `firstSeen` is 0 for the first of them.
-    long insideCount(qcVector<2> const& point, bool twoRays, double& firstSeen) const;
+    // Whether the ray that insideCount counts along, or the one the other way, meets nothing. For points
+    // one beside the other: `firstSeen` is 0 for the first of them.
+    bool hasFreeRay(qcVector<2> const& point, double& firstSeen) const;
+
+    // From a point to the end of the ray; nothing for a point on a vertex.
+    std::optional<qcVector<2>> containmentRay(qcVector<2> const& point, double& firstSeen) const;
     bool insideOutline(qcVector<2> const& point) const;
 
     // What the queries declared without const do; const callers use these.
