@@ -1,7 +1,6 @@
 // A region and a point: containment, closest vertex, closest boundary point, distance.
 #include <cntr/region.h>
 
-#include "cntr/internal/edge_hits.h"
 #include "cntr/internal/nearest.h"
 #include "cntr/internal/ray_direction.h"
 
@@ -19,11 +18,11 @@ struct Asked {
 }  // namespace
 
 std::optional<qcVector<2>> qcRegion::containmentRay(qcVector<2> const& point,
-                                                    double& firstSeen) const
+                                                    qnInternal::RaySight& sight) const
 {
     auto const* const index = edgeIndex();
     auto const direction = index && qnInternal::isRegularPoint(point)
-                               ? qnInternal::rayDirection(points(), *index, point, firstSeen)
+                               ? qnInternal::rayDirection(points(), *index, point, sight)
                                : qnInternal::rayDirection(points(), point);
     if (!direction)
         return std::nullopt;
@@ -34,22 +33,11 @@ long qcRegion::insideCount(qcVector<2> const& point) const
 {
     if (!encloseRect(qcXform<2>()).within(point))
         return 0;
-    double firstSeen = 0;
-    auto const ray = containmentRay(point, firstSeen);
+    qnInternal::RaySight sight;
+    auto const ray = containmentRay(point, sight);
     if (!ray)
         return 1;  // on a vertex
     return static_cast<long>(crossings(qcLineSeg(point, point + *ray), false, false).size());
-}
-
-bool qcRegion::hasFreeRay(qcVector<2> const& point, double& firstSeen) const
-{
-    if (!encloseRect(qcXform<2>()).within(point))
-        return true;
-    auto const ray = containmentRay(point, firstSeen);
-    auto const isFree = [&](qcVector<2> const& end) {
-        return !isMetBy(qnInternal::HitQuery(point, end, false));
-    };
-    return ray && (isFree(point + *ray) || isFree(point - *ray));
 }
 
 bool qcRegion::insideOutline(qcVector<2> const& point) const

@@ -1,7 +1,9 @@
 // The regularised outline of a region: start edge, boundary walk, cached results.
 #include <cntr/region.h>
 
+#include "cntr/internal/blocked_rays.h"
 #include "cntr/internal/boundary_walk.h"
+#include "cntr/internal/ray_direction.h"
 #include "cntr/internal/region_loops.h"
 #include "cntr/internal/tolerances.h"
 
@@ -12,6 +14,45 @@ namespace {
 constexpr long kTriedPlainly = 1;
 
 }  // namespace
+
+/// Whether insideCount would be 0 for a ray from a point or for the one the other way: asked of points
+/// one beside the other.
+class qcRegion::FreeRays {
+public:
+    explicit FreeRays(qcRegion const& region) : region_(region) {}
+
+    bool anyFrom(qcVector<2> const& point)
+    {
+        if (!region_.encloseRect(qcXform<2>()).within(point))
+            return true;
+        if (sight_.crowded && surelyBlocked(point))
+            return false;
+        auto const ray = region_.containmentRay(point, sight_);
+        return ray && (isFree(point, point + *ray) || isFree(point, point - *ray));
+    }
+
+private:
+    bool isFree(qcVector<2> const& point, qcVector<2> const& end) const
+    {
+        return !region_.isMetBy(qnInternal::HitQuery(point, end, false));
+    }
+
+    bool surelyBlocked(qcVector<2> const& point)
+    {
+        auto const* const index = region_.edgeIndex();
+        if (!blocked_) {
+            auto const reach = region_.parityReach();
+            if (!index || !reach)
+                return false;
+            blocked_.emplace(region_.points(), *index, *reach, region_.medianFeatureSize());
+        }
+        return blocked_->certainAt(point);
+    }
+
+    qcRegion const& region_;
+    qnInternal::RaySight sight_;
+    std::optional<qnInternal::BlockedRays> blocked_;
+};
 
 void qcRegion::regularize(qcRegion& result) const
 {
@@ -53,16 +94,16 @@ void qcRegion::outerHullRegularize(qcRegion& result, bool outerHullStage) const
 
 long qcRegion::startEdge() const
 {
+    FreeRays rays(*this);
     double const probe = qnInternal::kProbe * medianFeatureSize();
     auto const last = static_cast<long>(points().size()) - 1;
-    double firstSeen = 0;
     for (long i = 0; i < last; ++i)
-        if (facesOutside(i, probe, firstSeen))
+        if (facesOutside(i, probe, rays))
             return i;
     throw qcContourDefs::BadParams(L"invalid contour");
 }
 
-bool qcRegion::facesOutside(long edge, double probe, double& firstSeen) const
+bool qcRegion::facesOutside(long edge, double probe, FreeRays& rays) const
 {
     qcVector<2> const& from = points()[static_cast<std::size_t>(edge)];
     qcVector<2> const& to = points()[static_cast<std::size_t>(edge) + 1];
@@ -75,7 +116,7 @@ bool qcRegion::facesOutside(long edge, double probe, double& firstSeen) const
     bool const bWound = edge >= kTriedPlainly && surelyWound(b);
     return !(aWound && bWound) && crossings(qcLineSeg(a, b), true, false).size() == 1 &&
            crossings(qcLineSeg(from, to), true, false).size() == 2 &&
-           ((!aWound && hasFreeRay(a, firstSeen)) || (!bWound && hasFreeRay(b, firstSeen)));
+           ((!aWound && rays.anyFrom(a)) || (!bWound && rays.anyFrom(b)));
 }
 
 std::vector<qcVector<2>> qcRegion::walkBoundary(long start) const

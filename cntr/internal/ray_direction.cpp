@@ -73,6 +73,14 @@ private:
     double slack_;
 };
 
+/// More vertices in a wedge than this are many.
+constexpr std::size_t kMany = 64;
+
+double wideEnough(std::size_t vertexCount)
+{
+    return qnAngle::kPi / static_cast<double>(vertexCount);
+}
+
 /// Replaces `angles` by those of the vertices seen in the wedge; false where they are more than `most`,
 /// and not all of them found.
 bool findAngles(std::vector<qcVector<2>> const& outline, EdgeIndex const& index, Wedge const& wedge,
@@ -94,9 +102,8 @@ double findFirstAngles(std::vector<qcVector<2>> const& outline, EdgeIndex const&
                        qcVector<2> const& point, double from, double to, double narrow,
                        std::vector<double>& angles)
 {
-    constexpr std::size_t kMost = 64;
     constexpr std::ptrdiff_t kFew = 8;
-    std::size_t most = kMost;
+    std::size_t most = kMany;
     while (!findAngles(outline, index, Wedge(point, from, to, index.scale()), most, angles)) {
         std::nth_element(angles.begin(), angles.begin() + kFew, angles.end());
         double const nearer = angles[kFew];
@@ -122,36 +129,36 @@ std::optional<qcVector<2>> rayDirection(std::vector<qcVector<2>> const& outline,
         angles.push_back(angleOf(d));
     }
     std::sort(angles.begin(), angles.end());
-    double const wideEnough = qnAngle::kPi / static_cast<double>(outline.size());
+    double const wide = wideEnough(outline.size());
     for (std::size_t j = 0; j < angles.size(); ++j)
-        if (auto const ray =
-                through(angles[j], angles[j + 1 < angles.size() ? j + 1 : 0], wideEnough))
+        if (auto const ray = through(angles[j], angles[j + 1 < angles.size() ? j + 1 : 0], wide))
             return ray;
     return qcVector<2>(1, 0);
 }
 
 std::optional<qcVector<2>> rayDirection(std::vector<qcVector<2>> const& outline,
                                         EdgeIndex const& index, qcVector<2> const& point,
-                                        double& firstSeen)
+                                        RaySight& sight)
 {
     if (!(nearestVertex(index, outline, point).distance > kOnSegment))
         return std::nullopt;
     constexpr double kTurn = 2 * qnAngle::kPi;
-    double const wideEnough = qnAngle::kPi / static_cast<double>(outline.size());
-    double const narrow =
-        16 * wideEnough;  // eight average gaps, one of which is mostly wide enough
+    double const wide = wideEnough(outline.size());
+    double const narrow = 16 * wide;  // eight average gaps, one of which is mostly wide enough
     double width = narrow;
     std::optional<double> first;
     double previous = 0;
     std::vector<double> angles;
+    sight.crowded = false;
     for (double from = 0; from < kTurn;) {
-        bool const hardlyAny = !first && from < firstSeen;
-        double const most = std::min(hardlyAny ? firstSeen - from : width, kTurn / 4);
+        bool const hardlyAny = !first && from < sight.first;
+        double const most = std::min(hardlyAny ? sight.first - from : width, kTurn / 4);
         double const to = findFirstAngles(outline, index, point, from, from + most, narrow, angles);
+        sight.crowded = sight.crowded || angles.size() > kMany;
         for (double const angle : angles) {
             if (!first)
-                first = firstSeen = angle;
-            else if (auto const ray = through(previous, angle, wideEnough))
+                first = sight.first = angle;
+            else if (auto const ray = through(previous, angle, wide))
                 return ray;
             previous = angle;
         }
@@ -159,8 +166,24 @@ std::optional<qcVector<2>> rayDirection(std::vector<qcVector<2>> const& outline,
             width = 2 * (to - from);
         from = to;
     }
-    auto const last = first ? through(previous, *first, wideEnough) : std::nullopt;
+    auto const last = first ? through(previous, *first, wide) : std::nullopt;
     return last ? last : qcVector<2>(1, 0);
+}
+
+bool rayDirectionIsBelow(std::vector<qcVector<2>> const& outline, EdgeIndex const& index,
+                         qcVector<2> const& point, double angle)
+{
+    double const wide = wideEnough(outline.size());
+    std::vector<double> angles;
+    double width = angle / 2;
+    while (!findAngles(outline, index, Wedge(point, angle - width, angle, index.scale()), kMany,
+                       angles))
+        if ((width /= 4) < wide)
+            return false;
+    std::sort(angles.begin(), angles.end());
+    return std::adjacent_find(angles.begin(), angles.end(), [wide](double a, double b) {
+               return through(a, b, wide).has_value();
+           }) != angles.end();
 }
 
 }  // namespace qnInternal

@@ -19,12 +19,22 @@ namespace qnInternal {
 std::optional<qcVector<2>> rayDirection(std::vector<qcVector<2>> const& outline,
                                         qcVector<2> const& point);
 
+/// What was seen from the point before, for questions about points one beside the other.
+struct RaySight {
+    double first = 0;      // the angle of the first vertex
+    bool crowded = false;  // whether many vertices were seen in a narrow wedge
+};
+
 /// The same through a regular index of the closed outline, for a point within its bounds: looks at
 /// the vertices of one narrow wedge after the other until a gap is found. The first wedge reaches up to
-/// the angle `firstSeen`, at which the first vertex was seen from a neighbouring point, or 0; it
-/// becomes that of this point. No answer depends on it.
+/// where `sight` has the first vertex, and `sight` becomes that of this point. No answer depends on it.
 std::optional<qcVector<2>> rayDirection(std::vector<qcVector<2>> const& outline,
                                         EdgeIndex const& index, qcVector<2> const& point,
-                                        double& firstSeen);
+                                        RaySight& sight);
+
+/// True only where the direction has an angle from 0 up to `angle`, or there is none. Looks at some
+/// vertices somewhat below that angle.
+bool rayDirectionIsBelow(std::vector<qcVector<2>> const& outline, EdgeIndex const& index,
+                         qcVector<2> const& point, double angle);
 
 }  // namespace qnInternal

@@ -155,6 +155,7 @@ protected:
 private:
     friend class qcRegionSet;
     class SplicedOutline;  // outlines that cross, joined into one
+    class FreeRays;        // what tells whether a point lies outside
 
     /// A result region, held for all copies; the handle stays beyond `valid` until it is replaced.
     struct Result {
@@ -172,12 +173,9 @@ private:
 
     long insideCount(qcVector<2> const& point) const;
 
-    // Whether the ray that insideCount counts along, or the one the other way, meets nothing. For points
-    // one beside the other: `firstSeen` is 0 for the first of them.
-    bool hasFreeRay(qcVector<2> const& point, double& firstSeen) const;
-
     // From a point to the end of the ray; nothing for a point on a vertex.
-    std::optional<qcVector<2>> containmentRay(qcVector<2> const& point, double& firstSeen) const;
+    std::optional<qcVector<2>> containmentRay(qcVector<2> const& point,
+                                              qnInternal::RaySight& sight) const;
     bool insideOutline(qcVector<2> const& point) const;
 
     // What the queries declared without const do; const callers use these.
@@ -198,7 +196,7 @@ private:
     void cleaned(Result& cache, bool outerHullStage, qcRegion& result) const;
     void outerHullRegularize(qcRegion& result, bool outerHullStage) const;
     long startEdge() const;
-    bool facesOutside(long edge, double probe, double& firstSeen) const;
+    bool facesOutside(long edge, double probe, FreeRays& rays) const;
     std::vector<qcVector<2>> walkBoundary(long start) const;
 
     std::vector<qcPtrHandle_const<qcRegion>> holes_;

@@ -1,4 +1,5 @@
 // What is found through an index is what the plain loops find, on every kind of outline.
+#include "cntr/internal/blocked_rays.h"
 #include "cntr/internal/box_of_points.h"
 #include "cntr/internal/edge_hits.h"
 #include "cntr/internal/edge_index.h"
@@ -217,7 +218,7 @@ TEST(EdgeIndex, FarthestPairAndSelfCrossingAreThoseOfAllPairs)
 TEST(Parity, WhereItIsCertainTheRayAgrees)
 {
     std::mt19937 random(7);
-    int certain = 0, wound = 0, doubtful = 0;
+    int certain = 0, wound = 0, doubtful = 0, outsideAndBlocked = 0;
     forEachIndexed(24, rounds(1200), [&](Outline const& outline, EdgeIndex const& index) {
         if (outline.points.size() < 3)
             return;
@@ -230,11 +231,17 @@ TEST(Parity, WhereItIsCertainTheRayAgrees)
         SlabIndex const unsorted = slabs;
         if (slabs.gainsFromSorting())
             slabs.sortFromLeft(outline.points);
-        double firstSeen = 0;  // from the place before, which may be far off
+        RaySight sight;  // of the place before, which may be far off
+        BlockedRays blocked(outline.points, index, reach,
+                            outline.points[0].distance(outline.points[1]));
         for (auto const& place : places(outline.points, random)) {
             if (outline.closed) {
-                EXPECT_EQ(rayDirection(outline.points, index, place, firstSeen),
+                EXPECT_EQ(rayDirection(outline.points, index, place, sight),
                           rayDirection(outline.points, place));
+            }
+            if (outline.closed && overlap(box, boxOf(place)) && blocked.certainAt(place)) {
+                outsideAndBlocked += !slabs.surelyWound(outline.points, place);
+                EXPECT_GT(qnPlain::insideCount(outline.points, place, true), 0);
             }
             auto const byEdges = insideByAllEdges(outline.points, place, reach);
             auto const bySlab = slabs.inside(outline.points, place);
@@ -254,6 +261,7 @@ TEST(Parity, WhereItIsCertainTheRayAgrees)
     });
     EXPECT_GT(certain, 1000);
     EXPECT_GT(wound, 100);
+    EXPECT_GT(outsideAndBlocked, 100);
     EXPECT_GT(doubtful, 100) << "less is needed to be sure of a crossing than of their number";
 }
 

@@ -1,0 +1,50 @@
+/// Whether both containment rays from a point are sure to be blocked, where that can be told without
+/// looking for their direction.
+///
+/// The direction is the middle of the first wide gap between those of the vertices, counted from angle
+/// 0. Any wide gap below some angle shows that it lies below that angle. Every ray up to there is
+/// blocked by an edge from well below angle 0 to well above that angle; and so is every opposite ray,
+/// by an edge behind the point.
+///
+/// Well below and above is by kClear. Then a ray and the edge meet at an angle with at least the sine of
+/// kClear: its ends, r and s away from the point, are (r + s) sin(kClear) or more apart across the ray,
+/// and the edge is no longer than r + s. So they are never parallel, and at the coordinates that
+/// ParityReach admits the rounding of the meeting point is below kOnSegment. An edge within
+/// ParityReach::toCrossing() of the point does not count, nor does any where the ray need not leave the
+/// outline, since an edge at either end is not met.
+#pragma once
+
+#include "cntr/internal/edge_index.h"
+#include "cntr/internal/parity.h"
+
+#include <qc/core/vector.h>
+
+#include <vector>
+
+namespace qnInternal {
+
+class BlockedRays {
+public:
+    /// Of a closed outline, by a regular index of it. `edgeLength` is how long its edges usually are.
+    BlockedRays(std::vector<qcVector<2>> const& outline, EdgeIndex const& index,
+                ParityReach const& reach, double edgeLength)
+        : outline_(outline), index_(index), reach_(reach), edgeLength_(edgeLength)
+    {
+    }
+
+    /// True only where the rays from `point`, which lies in the outline's box, are blocked. Looks at
+    /// the vertices between two angles and at edges near the point. The angles come from the questions
+    /// before: they are meant for points one beside the other.
+    bool certainAt(qcVector<2> const& point);
+
+private:
+    bool blocked(qcVector<2> const& point, double side) const;
+
+    std::vector<qcVector<2>> const& outline_;
+    EdgeIndex const& index_;
+    ParityReach reach_;
+    double edgeLength_;
+    double angle_ = 0.0625;  // below which the direction is looked for
+};
+
+}  // namespace qnInternal
