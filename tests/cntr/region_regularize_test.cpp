@@ -1,8 +1,11 @@
 // Regularised outlines and outer hulls: known shapes, seeded curves and lattice outlines.
+#include "tests/support/outlines.h"
 #include "tests/support/regions.h"
 #include "tests/support/rounds.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 using namespace qnTest;
 
@@ -137,4 +140,24 @@ TEST(RegionRegularize, SeededOutlinesComeOutAsThePlainStepsSay)
             crossing += compare(curve.points);
         }
     EXPECT_GT(crossing, 500);
+}
+
+TEST(RegionRegularize, FindsTheStartAmongManyEdgesThatFaceEachOther)
+{
+    // Between the teeth of a long saw both rays are blocked, and most vertices are seen along them.
+    std::mt19937 random(42);
+    for (int const teeth : {150, 200}) {
+        for (bool const backwards : {false, true}) {
+            Points saw;
+            for (int i = 0; i <= 2 * teeth; ++i)
+                saw.emplace_back(i, i % 2 * 10 + qnOutlines::uniform(random, 0, 1));
+            double const end = 2 * teeth;
+            for (double const y : {-5.0, -10.0})
+                saw.insert(saw.end(), {{end, y}, {0, -15 - y}});
+            if (backwards)
+                std::reverse(saw.begin(), saw.end());
+            std::rotate(saw.begin(), saw.begin() + teeth, saw.end());  // so it starts in the middle
+            EXPECT_TRUE(compare(saw));
+        }
+    }
 }

@@ -217,9 +217,10 @@ qnPlain::Set randomFigures(std::mt19937& random)
     };
     bool const many = random() % 60 == 0;
     double const reach = many ? between(6, 30) : 8;
+    double const height = random() % 3 == 0 ? 1 : reach;  // a row of figures, at times
     qnPlain::Set set(many ? 33 + random() % 30 : 1 + random() % 5);
     for (auto& figure : set) {
-        qcVector<2> const center(between(-reach, reach), between(-reach, reach));
+        qcVector<2> const center(between(-reach, reach), between(-height, height));
         std::size_t const count = 3 + random() % 9;
         double const turn = (random() % 2 ? 1 : -1) * (random() % 6 == 0 ? 2.0 : 1.0);
         for (std::size_t k = 0; k < count; ++k) {
