@@ -22,6 +22,24 @@ qcVector<2> nearestOnEdge(qcVector<2> const& a, qcVector<2> const& b, qcVector<2
     return qnInternal::footOnLine(a, direction, point);
 }
 
+[[gnu::noinline]] qcVector<2> nearestOnAnyEdge(std::vector<qcVector<2>> const& points, bool closed,
+                             qcVector<2> const& point)
+{
+    double best = std::numeric_limits<double>::infinity();
+    qcVector<2> const* nearestFrom = nullptr;
+    qcVector<2> const* nearestTo = nullptr;
+    qnInternal::forEachEdge(points, closed,
+                            [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {
+                                double const d = qnInternal::segmentDistance(from, to, point);
+                                if (d < best) {
+                                    best = d;
+                                    nearestFrom = &from;
+                                    nearestTo = &to;
+                                }
+                            });
+    return nearestFrom ? nearestOnEdge(*nearestFrom, *nearestTo, point) : qcVector<2>();
+}
+
 }  // namespace
 
 long qcContour::closestVertexIndex(qcVector<2> const& point) const
@@ -40,26 +58,13 @@ qcVector<2> qcContour::closestPoint(qcVector<2> const& point, bool verticesOnly)
     if (verticesOnly)
         return points_[static_cast<std::size_t>(qcContour::closestVertexIndex(point))];
     bool const closed = isClosed();
-    bool const many = points_.size() > qnInternal::kMaxPlainEdges;  // few spare even the call
-    auto const* const edges = many ? edgeIndex() : nullptr;
-    if (edges && qnInternal::isRegularPoint(point)) {
-        auto const k = qnInternal::nearestEdge(*edges, points_, point).index;
-        return nearestOnEdge(qnInternal::edgeStart(points_, closed, k),
-                             qnInternal::edgeEnd(points_, closed, k), point);
-    }
-    double best = std::numeric_limits<double>::infinity();
-    qcVector<2> const* nearestFrom = nullptr;
-    qcVector<2> const* nearestTo = nullptr;
-    qnInternal::forEachEdge(points_, closed,
-                            [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {
-                                double const d = qnInternal::segmentDistance(from, to, point);
-                                if (d < best) {
-                                    best = d;
-                                    nearestFrom = &from;
-                                    nearestTo = &to;
-                                }
-                            });
-    return nearestFrom ? nearestOnEdge(*nearestFrom, *nearestTo, point) : qcVector<2>();
+    if (points_.size() > qnInternal::kMaxPlainEdges && qnInternal::isRegularPoint(point))
+        if (auto const* const edges = edgeIndex()) {
+            auto const k = qnInternal::nearestEdge(*edges, points_, point).index;
+            return nearestOnEdge(qnInternal::edgeStart(points_, closed, k),
+                                 qnInternal::edgeEnd(points_, closed, k), point);
+        }
+    return nearestOnAnyEdge(points_, closed, point);
 }
 
 double qcContour::distToPoint(qcVector<2> const& point, bool verticesOnly) const

@@ -74,7 +74,8 @@ double qcContour::diameter(qcContourDefs::DiameterMode mode) const
 
 qcContour::Circle qcContour::farthestPairCircle() const
 {
-    auto const index = edgeIndexInAnyOrder();
+    bool const many = points_.size() > qnInternal::kMaxPlainEdges;  // few spare even the call
+    auto const index = many ? edgeIndexInAnyOrder() : nullptr;
     auto const pair =
         index ? qnInternal::farthestPair(points_, *index) : qnInternal::farthestPair(points_);
     Circle circle;

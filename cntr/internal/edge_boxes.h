@@ -39,6 +39,12 @@ inline void enclose(Extent& extent, Extent const& other)
     extent = {smaller(other.low, extent.low), larger(other.high, extent.high)};
 }
 
+/// Whether they share a point.
+inline bool overlap(Extent const& a, Extent const& b)
+{
+    return bitsOf((a.low <= b.high) & (b.low <= a.high)) == 3;
+}
+
 /// The boxes of edges [begin, end), one to eight of them; all coordinates are finite.
 BoxGroup boxesOfEdges(Outline const& outline, std::size_t begin, std::size_t end);
 

@@ -142,10 +142,27 @@ private:
     std::size_t pairsLeft_ = 0;
 };
 
+/// Below this all distances are taken sooner than they are compared by their squares.
+constexpr std::size_t kFew = 8;
+
+FarthestPair farthestOfFew(std::vector<qcVector<2>> const& points)
+{
+    FarthestPair farthest;
+    for (std::size_t i = 0; i < points.size(); ++i)
+        for (std::size_t j = i + 1; j < points.size(); ++j) {
+            double const d = points[i].distance(points[j]);
+            if (d > farthest.distance)
+                farthest = {d, i, j};
+        }
+    return farthest;
+}
+
 }  // namespace
 
 FarthestPair farthestPair(std::vector<qcVector<2>> const& points)
 {
+    if (points.size() < kFew)
+        return farthestOfFew(points);
     FarthestSoFar farthest(points);
     for (std::size_t i = 0; i < points.size(); ++i)
         for (std::size_t j = i + 1; j < points.size(); ++j)

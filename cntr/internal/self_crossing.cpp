@@ -148,14 +148,22 @@ private:
 
 bool anyOfFewEdgesMeets(std::vector<qcVector<2>> const& points, bool closed)
 {
-    std::array<Edge, kMaxPlainEdges> edges;
-    Edge* end = edges.data();
-    for (std::size_t k = 0; k < edgeCount(points.size(), closed); ++k) {
-        if (!fillWith(*end, edgeStart(points, closed, k), edgeEnd(points, closed, k)))
-            continue;
-        if (std::any_of(edges.data(), end, [&](Edge const& edge) { return meet(edge, *end); }))
-            return true;
-        ++end;
+    std::array<Extent, kMaxPlainEdges> extents;
+    Edge one, other;
+    auto const meetAt = [&](std::size_t i, std::size_t k) {
+        return fillWith(one, edgeStart(points, closed, i), edgeEnd(points, closed, i)) &&
+               fillWith(other, edgeStart(points, closed, k), edgeEnd(points, closed, k)) &&
+               meet(one, other);
+    };
+    std::size_t const count = edgeCount(points.size(), closed);
+    for (std::size_t k = 0; k < count; ++k) {
+        Pair const from = pairOf(edgeStart(points, closed, k));
+        Pair const to = pairOf(edgeEnd(points, closed, k));
+        extents[k] = {smaller(to, from), larger(to, from)};
+        // Neighbours share an end; the first and the last edge of a closed outline are neighbours.
+        for (std::size_t i = closed && k + 1 == count ? 1 : 0; i + 1 < k; ++i)
+            if (overlap(extents[i], extents[k]) && meetAt(i, k))
+                return true;
     }
     return false;
 }
