@@ -15,12 +15,14 @@ LinkedLoops::LinkedLoops(std::vector<qcVector<2>> const& walk)
     : walk_(walk), grid_(walk, kOnSegment), twins_(walk.size()), next_(walk.size()),
       previous_(walk.size()), loopOf_(walk.size(), 0), loops_{{0, walk.size()}}, order_{0}
 {
+    for (std::size_t i = 0; i < walk.size(); ++i)
+        link(i, (i + 1) % walk.size());
     std::vector<int> near;
-    for (std::size_t i = 0; i < walk.size(); ++i) {
+    for (int const vertex : grid_.inCompany()) {
+        auto const i = static_cast<std::size_t>(vertex);
         grid_.findNear(walk, walk[i], near);
         std::copy_if(near.begin(), near.end(), std::back_inserter(twins_[i]),
-                     [i](int vertex) { return vertex != static_cast<int>(i); });
-        link(i, (i + 1) % walk.size());
+                     [vertex](int twin) { return twin != vertex; });
     }
 }
 

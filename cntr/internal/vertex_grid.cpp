@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 #include <tuple>
 
@@ -92,6 +93,24 @@ VertexGrid::Place VertexGrid::cellOf(qcVector<2> const& point) const
 {
     Place const place = placeOf(point);
     return {cellNumber(place.column), cellNumber(place.row)};
+}
+
+std::vector<int> VertexGrid::inCompany() const
+{
+    // Vertices that are near each other stand in neighbouring columns, or rounding has put one between.
+    // Infinite columns are not apart either.
+    auto const apart = [](Entry const& a, Entry const& b) {
+        return std::fabs(a.place.column - b.place.column) > 2;
+    };
+    std::vector<int> vertices;
+    for (auto entry = entries_.begin(); entry != entries_.end(); ++entry) {
+        bool const first = entry == entries_.begin();
+        bool const last = std::next(entry) == entries_.end();
+        if (!((first || apart(*std::prev(entry), *entry)) &&
+              (last || apart(*entry, *std::next(entry)))))
+            vertices.push_back(entry->vertex);
+    }
+    return vertices;
 }
 
 void VertexGrid::findNear(std::vector<qcVector<2>> const& points, qcVector<2> const& point,

@@ -22,6 +22,9 @@ public:
     void findNear(std::vector<qcVector<2>> const& points, qcVector<2> const& point,
                   std::vector<int>& found) const;
 
+    /// The vertices near which there may be another one, in no certain order: all others have none.
+    std::vector<int> inCompany() const;
+
     /// Multiples of the cell's width: whole numbers, or infinite.
     struct Place {
         double column;
