@@ -91,16 +91,15 @@ private:
     std::vector<std::size_t> first_;
 };
 
-/// The directions of the edges that leave the vertices, three times round, ever growing.
-std::vector<double> directionsThrice(Points const& hull)
+/// The directions of the edges that leave the vertices, twice round, ever growing.
+std::vector<double> directionsTwice(Points const& hull)
 {
     std::size_t const count = hull.size();
-    std::vector<double> around(3 * count);
+    std::vector<double> around(2 * count);
     for (std::size_t i = 0; i + 1 < count; ++i)
         around[i] = aroundSquare(hull[i + 1] - hull[i]);
     around[count - 1] = aroundSquare(hull.front() - hull.back());
     std::copy_n(around.begin(), count, around.begin() + static_cast<std::ptrdiff_t>(count));
-    std::copy_n(around.begin(), count, around.begin() + static_cast<std::ptrdiff_t>(2 * count));
     double turns = 0;
     for (std::size_t i = 1; i < around.size(); ++i) {
         if (turns + around[i] < around[i - 1] - 2)
@@ -116,7 +115,7 @@ template <class Visit>
 bool forEachAntipodal(Points const& hull, Visit const& visit)
 {
     std::size_t const count = hull.size();
-    std::vector<double> const around = directionsThrice(hull);
+    std::vector<double> const around = directionsTwice(hull);
     std::size_t left = kMostPairs * count;
     std::size_t begin = 0;
     for (std::size_t i = count; i < 2 * count; ++i) {
@@ -131,6 +130,41 @@ bool forEachAntipodal(Points const& hull, Visit const& visit)
     return true;
 }
 
+/// Where the vertices of a hull stand among points that are nothing but these, one after the other,
+/// in their order or against it.
+class RoundOfVertices {
+public:
+    /// Nothing for other points.
+    static std::optional<RoundOfVertices> of(Points const& points, Points const& hull)
+    {
+        auto const start = std::find(points.begin(), points.end(), hull.front());
+        if (points.size() != hull.size() || start == points.end())
+            return std::nullopt;
+        RoundOfVertices round(start - points.begin(), hull.size());
+        round.backwards_ = !(points[round[1]] == hull[1]);
+        for (std::size_t i = 0; i < hull.size(); ++i)
+            if (!(points[round[i]] == hull[i]))
+                return std::nullopt;
+        return round;
+    }
+
+    std::size_t operator[](std::size_t vertex) const
+    {
+        std::size_t const place = backwards_ ? first_ + count_ - vertex : first_ + vertex;
+        return place < count_ ? place : place - count_;
+    }
+
+private:
+    RoundOfVertices(std::ptrdiff_t first, std::size_t count)
+        : first_(static_cast<std::size_t>(first)), count_(count)
+    {
+    }
+
+    std::size_t first_;
+    std::size_t count_;
+    bool backwards_ = false;
+};
+
 /// Whether every edge of the hull is at least so long.
 bool hasEdgesOf(Points const& hull, double length)
 {
@@ -139,6 +173,20 @@ bool hasEdgesOf(Points const& hull, double length)
     };
     return isLong(hull.back(), hull.front()) &&
            std::adjacent_find(hull.begin(), hull.end(), std::not_fn(isLong)) == hull.end();
+}
+
+/// The farthest of the antipodal pairs; placeOf[vertex] is that of the first point at a vertex.
+template <class Places>
+std::optional<FarthestPair> farthestVertices(Points const& points, Points const& hull,
+                                             Places const& placeOf)
+{
+    FarthestSoFar farthest(points);
+    if (!forEachAntipodal(hull, [&](std::size_t i, std::size_t j) {
+            if (i != j)
+                farthest.consider(placeOf[i], placeOf[j]);
+        }))
+        return std::nullopt;
+    return farthest.pair();
 }
 
 }  // namespace
@@ -155,17 +203,13 @@ std::optional<FarthestPair> farthestPairOnHull(Points const& points)
     double const extent = (box.max - box.min).len();
     if (!hasEdgesOf(hull, kShortestEdge * extent))
         return std::nullopt;
+    if (auto const round = RoundOfVertices::of(points, hull))
+        return farthestVertices(points, hull, *round);
     FirstOfVertex first(hull, box, kNearVertex * extent);
     for (std::size_t i = 0; i < points.size(); ++i)
         if (!first.add(points[i], i))
             return std::nullopt;
-    FarthestSoFar farthest(points);
-    if (!forEachAntipodal(hull, [&](std::size_t i, std::size_t j) {
-            if (i != j)
-                farthest.consider(first[i], first[j]);
-        }))
-        return std::nullopt;
-    return farthest.pair();
+    return farthestVertices(points, hull, first);
 }
 
 }  // namespace qnInternal

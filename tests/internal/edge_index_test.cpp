@@ -147,6 +147,8 @@ Points roundish(unsigned seed)
     }
     if (seed % 7 == 0)
         std::shuffle(points.begin(), points.end(), random);
+    if (seed % 4 == 1)
+        std::reverse(points.begin(), points.end());
     return points;
 }
 
