@@ -36,22 +36,27 @@ constexpr double kSpareEntries = 1.25;
 /// With so many edges in a slab on average, sorting them pays (bench/containment_bench.cpp, the comb).
 constexpr std::size_t kManyEdges = 12;
 
+/// Up to so many edges, all slabs together hold less than 65 536 entries: an edge is in two slabs more
+/// than its share of all the climbing at most.
+constexpr std::size_t kMostNarrow = 20'000;
+static_assert(kMostNarrow * (2 + kSpareEntries) < 65'536);
+
 /// Above all rounding of differences of coordinates that may be counted.
 constexpr double kRoundingOfPlaces = 1e-8;
 
-double leftEnd(std::vector<qcVector<2>> const& outline, std::uint32_t edge)
+double leftEnd(std::vector<qcVector<2>> const& outline, std::size_t edge)
 {
     return std::min(edgeStart(outline, true, edge).x(), edgeEnd(outline, true, edge).x());
 }
 
-double rightEnd(std::vector<qcVector<2>> const& outline, std::uint32_t edge)
+double rightEnd(std::vector<qcVector<2>> const& outline, std::size_t edge)
 {
     return std::max(edgeStart(outline, true, edge).x(), edgeEnd(outline, true, edge).x());
 }
 
 struct EdgeFromLeft {
     double left;
-    std::uint32_t number;
+    std::size_t number;
 };
 
 /// Sorts edges that mostly come one beside the other, from the left or from the right.
@@ -157,42 +162,59 @@ SlabIndex::SlabIndex(std::vector<qcVector<2>> const& outline, Box const& box,
     slabCount_ = wanted > 1 ? static_cast<std::size_t>(std::min(wanted, edges)) : 1;
     slabsPerUnit_ = height > 0 ? static_cast<double>(slabCount_) / height : 0;
 
+    if (outline.size() <= kMostNarrow)
+        fill(lists_.emplace<0>(), outline);
+    else
+        fill(lists_.emplace<1>(), outline);
+}
+
+template <class Number>
+void SlabIndex::fill(Lists<Number>& lists, std::vector<qcVector<2>> const& outline)
+{
     auto const forEachSlab = [&](auto visit) {
         forEachEdge(outline, true,
                     [&](std::size_t k, qcVector<2> const& from, qcVector<2> const& to) {
-                        double const low = std::min(from.y(), to.y()) - reach.toVertex();
-                        double const high = std::max(from.y(), to.y()) + reach.toVertex();
+                        double const low = std::min(from.y(), to.y()) - reach_.toVertex();
+                        double const high = std::max(from.y(), to.y()) + reach_.toVertex();
                         for (std::size_t s = slabOf(low); s <= slabOf(high); ++s)
                             visit(k, s);
                     });
     };
-    begin_.assign(slabCount_ + 1, 0);
-    forEachSlab([&](std::size_t, std::size_t s) { ++begin_[s]; });
-    std::uint32_t total = 0;
-    for (auto& begin : begin_) {
+    lists.begin.assign(slabCount_ + 1, 0);
+    forEachSlab([&](std::size_t, std::size_t s) { ++lists.begin[s]; });
+    std::size_t total = 0;
+    for (auto& begin : lists.begin) {
         total += begin;
-        begin = total;  // the end of its slab for now
+        begin = static_cast<Number>(total);  // the end of its slab for now
     }
-    edges_.resize(total);
-    forEachSlab(
-        [&](std::size_t k, std::size_t s) { edges_[--begin_[s]] = static_cast<std::uint32_t>(k); });
-    gainsFromSorting_ = edges_.size() >= kManyEdges * slabCount_;
+    lists.edges.resize(total);
+    forEachSlab([&](std::size_t k, std::size_t s) {
+        lists.edges[--lists.begin[s]] = static_cast<Number>(k);
+    });
+    gainsFromSorting_ = total >= kManyEdges * slabCount_;
 }
 
 void SlabIndex::sortFromLeft(std::vector<qcVector<2>> const& outline)
 {
     gainsFromSorting_ = false;
     widest_.assign(slabCount_, 0);
+    std::visit([&](auto& lists) { sort(lists, outline); }, lists_);
+}
+
+template <class Number>
+void SlabIndex::sort(Lists<Number>& lists, std::vector<qcVector<2>> const& outline)
+{
     std::vector<EdgeFromLeft> slab;
     for (std::size_t s = 0; s < slabCount_; ++s) {
         slab.clear();
-        for (std::uint32_t i = begin_[s]; i < begin_[s + 1]; ++i) {
-            slab.push_back({leftEnd(outline, edges_[i]), edges_[i]});
-            widest_[s] = std::max(widest_[s], rightEnd(outline, edges_[i]) - slab.back().left);
+        for (std::size_t i = lists.begin[s]; i < lists.begin[s + 1]; ++i) {
+            std::size_t const edge = lists.edges[i];
+            slab.push_back({leftEnd(outline, edge), edge});
+            widest_[s] = std::max(widest_[s], rightEnd(outline, edge) - slab.back().left);
         }
         sortEdges(slab);
-        std::transform(slab.begin(), slab.end(), edges_.begin() + begin_[s],
-                       [](EdgeFromLeft const& edge) { return edge.number; });
+        std::transform(slab.begin(), slab.end(), lists.edges.begin() + lists.begin[s],
+                       [](EdgeFromLeft const& edge) { return static_cast<Number>(edge.number); });
     }
 }
 
@@ -224,26 +246,40 @@ ParityCount SlabIndex::countSlab(std::vector<qcVector<2>> const& outline, qcVect
 {
     ParityCount count(point, toVertex, toEdge);
     std::size_t const slab = slabOf(point.y());
-    if (!widest_.empty()) {
-        countSorted(outline, point, toVertex, slab, count);
-        return count;
-    }
-    for (std::uint32_t i = begin_[slab]; i < begin_[slab + 1]; ++i)
-        count.add(edgeStart(outline, true, edges_[i]), edgeEnd(outline, true, edges_[i]));
+    auto const add = [&](auto const& lists) {
+        if (widest_.empty())
+            addEdges(lists, outline, slab, count);
+        else
+            addSorted(lists, outline, point, toVertex, slab, count);
+    };
+    if (auto const* const narrow = std::get_if<0>(&lists_))
+        add(*narrow);
+    else
+        add(*std::get_if<1>(&lists_));
     return count;
 }
 
-void SlabIndex::countSorted(std::vector<qcVector<2>> const& outline, qcVector<2> const& point,
-                            double toVertex, std::size_t slab, ParityCount& count) const
+template <class Number>
+void SlabIndex::addEdges(Lists<Number> const& lists, std::vector<qcVector<2>> const& outline,
+                         std::size_t slab, ParityCount& count) const
 {
-    auto const first = edges_.begin() + begin_[slab];
-    auto const last = edges_.begin() + begin_[slab + 1];
+    for (std::size_t i = lists.begin[slab]; i < lists.begin[slab + 1]; ++i)
+        count.add(edgeStart(outline, true, lists.edges[i]), edgeEnd(outline, true, lists.edges[i]));
+}
+
+template <class Number>
+void SlabIndex::addSorted(Lists<Number> const& lists, std::vector<qcVector<2>> const& outline,
+                          qcVector<2> const& point, double toVertex, std::size_t slab,
+                          ParityCount& count) const
+{
+    auto const first = lists.edges.begin() + lists.begin[slab];
+    auto const last = lists.edges.begin() + lists.begin[slab + 1];
     double const leftReach = toVertex + widest_[slab] + kRoundingOfPlaces;
     // From `right` on edges lie far to the right of the point, before `left` far to the left.
-    auto const right = std::partition_point(first, last, [&](std::uint32_t edge) {
+    auto const right = std::partition_point(first, last, [&](std::size_t edge) {
         return !(leftEnd(outline, edge) - point.x() > toVertex);
     });
-    auto const left = std::partition_point(first, right, [&](std::uint32_t edge) {
+    auto const left = std::partition_point(first, right, [&](std::size_t edge) {
         return leftEnd(outline, edge) - point.x() < -leftReach;
     });
     auto const turnsOf = [&](auto begin, auto end) {

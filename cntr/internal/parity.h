@@ -27,6 +27,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <variant>
 #include <vector>
 
 namespace qnInternal {
@@ -103,7 +104,7 @@ private:
 };
 
 /// The edges of a closed outline by horizontal slabs: as many as the edges about fill, so that a
-/// point looks at a few edges only. At most about 12 bytes an edge.
+/// point looks at a few edges only. At most about 12 bytes an edge, half of it for up to 20 000.
 ///
 /// Where the outline folds back so often that slabs hold many edges, these can be sorted from left to
 /// right: a point then counts those on the side where they are fewer.
@@ -125,18 +126,33 @@ public:
     bool surelyWound(std::vector<qcVector<2>> const& outline, qcVector<2> const& point) const;
 
 private:
+    /// The edges, by their numbers, slab after slab.
+    template <class Number>
+    struct Lists {
+        std::vector<Number> begin;  // per slab, and one past the last
+        std::vector<Number> edges;
+    };
+
+    template <class Number>
+    void fill(Lists<Number>& lists, std::vector<qcVector<2>> const& outline);
+    template <class Number>
+    void sort(Lists<Number>& lists, std::vector<qcVector<2>> const& outline);
     ParityCount countSlab(std::vector<qcVector<2>> const& outline, qcVector<2> const& point,
                           double toVertex, double toEdge) const;
+    template <class Number>
+    void addEdges(Lists<Number> const& lists, std::vector<qcVector<2>> const& outline,
+                  std::size_t slab, ParityCount& count) const;
+    template <class Number>
+    void addSorted(Lists<Number> const& lists, std::vector<qcVector<2>> const& outline,
+                   qcVector<2> const& point, double toVertex, std::size_t slab,
+                   ParityCount& count) const;
     std::size_t slabOf(double y) const;
-    void countSorted(std::vector<qcVector<2>> const& outline, qcVector<2> const& point,
-                     double toVertex, std::size_t slab, ParityCount& count) const;
 
     ParityReach reach_;
     double bottom_;
     double slabsPerUnit_;
     std::size_t slabCount_;
-    std::vector<std::uint32_t> begin_;  // per slab, and one past the last
-    std::vector<std::uint32_t> edges_;
+    std::variant<Lists<std::uint16_t>, Lists<std::uint32_t>> lists_;  // the first where it can
     bool gainsFromSorting_ = false;
     std::vector<double> widest_;  // by slab, the widest edge in x; empty where edges are not sorted
 };
