@@ -46,7 +46,7 @@ std::shared_ptr<Geometry> line(Points const& points, bool closed = true)
     return factory().createLineString(sequence(points, closed));
 }
 
-std::shared_ptr<Geometry> polygonOf(Points const& points)
+Ptr polygonOf(Points const& points)
 {
     return factory().createPolygon(factory().createLinearRing(sequence(points, true)));
 }
@@ -219,6 +219,16 @@ bool const registered[] = {
             return set;
         },
         setCrosses),
+    once(
+        "set_regularise", "GEOS",
+        [](Work const& given) {
+            std::vector<Ptr> polygons;
+            for (auto const& member : given.set)
+                polygons.push_back(polygonOf(member));
+            return std::shared_ptr<Geometry>(
+                factory().createGeometryCollection(std::move(polygons)));
+        },
+        [](auto const& set, Work const&) { return set->Union()->getNumPoints(); }),
 };
 
 }  // namespace

@@ -60,7 +60,7 @@ std::vector<Question> const& questions()
         {"set_moments", {"set"}, 1e-9, members},
         {"set_inside", {"set"}, 0, members},
         {"set_distance", {"set"}, 1e-9, members},
-        {"set_regularise", {"set"}, -1, members},
+        {"set_regularise", {"set", "row", "field"}, -1, members},
         {"set_save", {"set"}, -1, members},
         {"set_load", {"set"}, 0, members},
         {"save", {"star"}, -1, sizes},
@@ -109,20 +109,32 @@ void addQueries(Work& given)
     }
 }
 
+/// Stars in rows of so many, so far from each other.
+std::vector<Points> stars(std::size_t n, std::size_t columns, double apart)
+{
+    std::vector<Points> set;
+    for (std::size_t i = 0; i < n; ++i) {
+        qcVector<2> const place(static_cast<double>(i % columns), static_cast<double>(i / columns));
+        set.push_back(outline("star", 64));
+        for (auto& point : set.back())
+            point = point * 0.1 + place * apart;
+    }
+    return set;
+}
+
 Work makeWork(std::string const& shape, std::size_t n)
 {
     Work made;
     made.shape = shape;
     made.n = n;
-    if (shape == "set") {
-        auto const columns = static_cast<std::size_t>(std::ceil(std::sqrt(n)));
-        for (std::size_t i = 0; i < n; ++i) {
-            made.set.push_back(outline("star", 64));
-            for (auto& point : made.set.back())
-                point = point * 0.1 + qcVector<2>(static_cast<double>(400 * (i % columns)),
-                                                  static_cast<double>(400 * (i / columns)));
-        }
-    } else {
+    auto const root = static_cast<std::size_t>(std::ceil(std::sqrt(n)));
+    if (shape == "set")
+        made.set = stars(n, root, 400);
+    else if (shape == "row")
+        made.set = stars(n, n, 200);
+    else if (shape == "field")
+        made.set = stars(n, root, 200);
+    else {
         made.outline = outline(shape, n);
         made.other = outline(shape, n, 2);
     }

@@ -25,12 +25,13 @@ struct Work {
     Points queries;                     ///< spread over the box and a little around it
     std::vector<Points> longSegments;   ///< from anywhere in the box to anywhere
     std::vector<Points> shortSegments;  ///< 10 units long
-    std::vector<Points> set;            ///< n stars of 64 vertices that do not meet
+    std::vector<Points> set;            ///< n stars of 64 vertices
 
     static constexpr std::size_t kQueries = 1024;
 };
 
-/// The work of a shape and size, made once. A set of n members where `shape` is "set".
+/// The work of a shape and size, made once. A set of n members where `shape` is "set"; where it is "row"
+/// or "field", each meets its neighbours.
 Work const& work(std::string const& shape, std::size_t n);
 
 /// How one library answers one question.

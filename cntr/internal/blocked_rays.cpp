@@ -5,15 +5,17 @@
 #include "cntr/internal/ray_direction.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace qnInternal {
 
 namespace {
 
-constexpr double kClear = 1e-3;
+/// In slopes, which up to kWidest grow less than a third faster than angles.
+constexpr double kClear = 1.5e-3;
 
-/// How many times their usual length edges may be away from where they stand across the wedge.
-constexpr double kReach = 1;
+/// How far away edges are looked for, in units of how long they usually are.
+constexpr double kReach = 24;
 
 constexpr double kNarrowest = 4 * kClear;
 constexpr double kWidest = 0.5;
@@ -34,33 +36,44 @@ bool BlockedRays::certainAt(qcVector<2> const& point)
     return blocked(point, 1) && blocked(point, -1);
 }
 
-bool BlockedRays::blocked(qcVector<2> const& point, double side) const
+bool BlockedRays::blocked(qcVector<2> const& point, double side)
 {
-    qcVector<2> const below(1.0, qcRadian(-kClear));
-    qcVector<2> const above(1.0, qcRadian(angle_ + kClear));
+    double const highest = std::tan(angle_);
     double const squaredGap = reach_.toCrossing() * reach_.toCrossing();
-    // From the point's left to its right, where `side` is -1 all is seen turned by half a turn.
-    auto const crossesAll = [&](qcVector<2> const& low, qcVector<2> const& high) {
-        qcVector<2> const along = high - low;
-        double const cross = low.cross(along);
-        return low.x() > 0 && high.x() > 0 && below.cross(low) < 0 && above.cross(high) > 0 &&
-               cross * cross > squaredGap * (along * along);
-    };
-    double const reach = kReach * edgeLength_ / angle_;
+    double const reach = kReach * edgeLength_;
     Box place = boxOf(point);
-    enclose(place, point + qcVector<2>(side * reach, side * reach * angle_));
+    enclose(place, point + qcVector<2>(side * reach, side * reach * highest));
+    crossed_.clear();
+    forEachEdgeIn(place, [&](qcVector<2> const& from, qcVector<2> const& to) {
+        // Seen turned by half a turn where `side` is -1: the rays then go to the right as well.
+        qcVector<2> const a = (from - point) * side;
+        qcVector<2> const b = (to - point) * side;
+        qcVector<2> const along = b - a;
+        double const cross = a.cross(along);
+        if (!(a.x() > 0 && b.x() > 0 && cross * cross > squaredGap * (along * along)))
+            return;
+        double const one = a.y() / a.x(), other = b.y() / b.x();
+        crossed_.push_back({std::min(one, other) + kClear, std::max(one, other) - kClear});
+    });
+    std::sort(crossed_.begin(), crossed_.end(),
+              [](Slopes const& a, Slopes const& b) { return a.lowest < b.lowest; });
+    double covered = 0;
+    for (auto const& slopes : crossed_)
+        if (slopes.lowest <= covered)
+            covered = std::max(covered, slopes.highest);
+    return covered >= highest;
+}
+
+template <class Visit>
+void BlockedRays::forEachEdgeIn(Box const& place, Visit const& visit) const
+{
     TwiceBox const twice(place);
-    bool found = false;
-    index_.forEachLeaf(
-        [&](BoxGroup const& boxes) { return found ? 0 : boxes.overlapping(twice); },
-        [&](std::size_t leaf, Box const&) {
-            for (std::size_t k = index_.leafBegin(leaf); k < index_.leafEnd(leaf); ++k) {
-                qcVector<2> const from = (edgeStart(outline_, true, k) - point) * side;
-                qcVector<2> const to = (edgeEnd(outline_, true, k) - point) * side;
-                found = found || crossesAll(from, to) || crossesAll(to, from);
-            }
-        });
-    return found;
+    index_.forEachLeaf([&](BoxGroup const& boxes) { return boxes.overlapping(twice); },
+                       [&](std::size_t leaf, Box const&) {
+                           for (std::size_t k = index_.leafBegin(leaf); k < index_.leafEnd(leaf);
+                                ++k)
+                               visit(edgeStart(outline_, true, k), edgeEnd(outline_, true, k));
+                       });
 }
 
 }  // namespace qnInternal

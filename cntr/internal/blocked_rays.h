@@ -3,15 +3,15 @@
 ///
 /// The direction is the middle of the first wide gap between those of the vertices, counted from angle
 /// 0. Any wide gap below some angle shows that it lies below that angle. Every ray up to there is
-/// blocked by an edge from well below angle 0 to well above that angle; and so is every opposite ray,
-/// by an edge behind the point.
+/// blocked where edges in front of the point, together, stand across all these directions; and so is
+/// every opposite ray by edges behind the point.
 ///
-/// Well below and above is by kClear. Then a ray and the edge meet at an angle with at least the sine of
-/// kClear: its ends, r and s away from the point, are (r + s) sin(kClear) or more apart across the ray,
-/// and the edge is no longer than r + s. So they are never parallel, and at the coordinates that
-/// ParityReach admits the rounding of the meeting point is below kOnSegment. An edge within
-/// ParityReach::toCrossing() of the point does not count, nor does any where the ray need not leave the
-/// outline, since an edge at either end is not met.
+/// An edge counts for directions that are clear of its ends by 0.001 or more. Then a ray and the edge meet
+/// at an angle with at least that sine: its ends, r and s away from the point, are (r + s) times it or
+/// more apart across the ray, and the edge is no longer than r + s. So they are never parallel, and at
+/// the coordinates that ParityReach admits the rounding of the meeting point is below kOnSegment. An
+/// edge within ParityReach::toCrossing() of the point does not count, nor does any where the ray need
+/// not leave the outline, since an edge at either end is not met.
 #pragma once
 
 #include "cntr/internal/edge_index.h"
@@ -38,13 +38,22 @@ public:
     bool certainAt(qcVector<2> const& point);
 
 private:
-    bool blocked(qcVector<2> const& point, double side) const;
+    /// From the slope of the lowest to that of the highest ray across which an edge stands.
+    struct Slopes {
+        double lowest;
+        double highest;
+    };
+
+    bool blocked(qcVector<2> const& point, double side);
+    template <class Visit>
+    void forEachEdgeIn(Box const& place, Visit const& visit) const;
 
     std::vector<qcVector<2>> const& outline_;
     EdgeIndex const& index_;
     ParityReach reach_;
     double edgeLength_;
-    double angle_ = 0.0625;  // below which the direction is looked for
+    double angle_ = 0.0625;        // below which the direction is looked for
+    std::vector<Slopes> crossed_;  // kept for its storage
 };
 
 }  // namespace qnInternal
