@@ -22,8 +22,9 @@ qcVector<2> nearestOnEdge(qcVector<2> const& a, qcVector<2> const& b, qcVector<2
     return qnInternal::footOnLine(a, direction, point);
 }
 
+/// Not inlined: few edges are asked sooner where the way through the index is another function's.
 [[gnu::noinline]] qcVector<2> nearestOnAnyEdge(std::vector<qcVector<2>> const& points, bool closed,
-                             qcVector<2> const& point)
+                                               qcVector<2> const& point)
 {
     double best = std::numeric_limits<double>::infinity();
     qcVector<2> const* nearestFrom = nullptr;

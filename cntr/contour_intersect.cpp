@@ -32,33 +32,24 @@ std::vector<qcVector<2>> pointsOf(std::vector<EdgeHit> const& hits)
     return points;
 }
 
-/// Calls visit(k) for the edges of leaves that overlap the place, until `done`.
-template <class Visit>
-void forEachEdgeNear(qnInternal::TwiceBox const& place, EdgeIndex const& index, bool const& done,
-                     Visit const& visit)
+/// EdgeIndex::anyEdgeNear() for the edges that are not wholly on one side of a segment.
+template <class Accepts>
+bool anyEdgeNear(qnInternal::SegmentReach const& reach, EdgeIndex const& index,
+                 std::vector<qcVector<2>> const& points, Accepts const& accepts)
 {
-    index.forEachLeaf(
-        [&](qnInternal::BoxGroup const& boxes) { return done ? 0 : boxes.overlapping(place); },
-        [&](std::size_t leaf, Box const&) {
-            for (std::size_t k = index.leafBegin(leaf); k < index.leafEnd(leaf); ++k)
-                visit(k);
-        });
-}
-
-/// Calls visit(k) for the edges that are not wholly on one side of the segment, until `done`.
-template <class Visit>
-void forEachEdgeNear(qnInternal::SegmentReach const& reach, EdgeIndex const& index,
-                     std::vector<qcVector<2>> const& points, bool const& done, Visit const& visit)
-{
-    index.forEachLeaf([&](qnInternal::BoxGroup const& boxes) { return done ? 0 : reach(boxes); },
+    bool found = false;
+    index.forEachLeaf([&](qnInternal::BoxGroup const& boxes) { return found ? 0 : reach(boxes); },
                       [&](std::size_t leaf, Box const&) {
                           std::size_t const begin = index.leafBegin(leaf);
                           unsigned const edges =
                               reach.edges(qnInternal::edgeStart(points, index.closed(), begin),
                                           &qnInternal::edgeEnd(points, index.closed(), begin),
                                           index.leafEnd(leaf) - begin);
-                          qnInternal::forEachBit(edges, [&](std::size_t i) { visit(begin + i); });
+                          found = found || qnInternal::anyBit(edges, [&](std::size_t i) {
+                                      return accepts(begin + i);
+                                  });
                       });
+    return found;
 }
 
 /// Calls accepts(point, k) for the edges that meet the query, in no certain order, until it accepts
@@ -68,22 +59,21 @@ bool anyHit(HitQuery const& query, qnInternal::Outline const& outline, EdgeIndex
             Accepts const& accepts)
 {
     auto const& points = outline.points;
-    bool done = false;
-    auto const look = [&](std::size_t k) {
-        if (auto const point = query.meets(qnInternal::edgeStart(points, outline.closed, k),
-                                           qnInternal::edgeEnd(points, outline.closed, k)))
-            done = accepts(*point, k) || done;
+    auto const isAccepted = [&](std::size_t k) {
+        auto const point = query.meets(qnInternal::edgeStart(points, outline.closed, k),
+                                       qnInternal::edgeEnd(points, outline.closed, k));
+        return point && accepts(*point, k);
     };
     if (!index) {
-        for (std::size_t k = 0; k < outline.edges() && !done; ++k)
-            look(k);
-    } else if (qnInternal::isOblique(query, index->scale())) {
-        forEachEdgeNear(qnInternal::SegmentReach(query, index->scale()), *index, points, done,
-                        look);
-    } else {
-        forEachEdgeNear(qnInternal::TwiceBox(query.box()), *index, done, look);
+        for (std::size_t k = 0; k < outline.edges(); ++k)
+            if (isAccepted(k))
+                return true;
+        return false;
     }
-    return done;
+    if (qnInternal::isOblique(query, index->scale()))
+        return anyEdgeNear(qnInternal::SegmentReach(query, index->scale()), *index, points,
+                           isAccepted);
+    return index->anyEdgeNear(qnInternal::TwiceBox(query.box()), isAccepted);
 }
 
 }  // namespace

@@ -15,8 +15,8 @@ constexpr long kTriedPlainly = 1;
 
 }  // namespace
 
-/// Whether insideCount would be 0 for a ray from a point or for the one the other way: asked of points
-/// one beside the other.
+/// Whether the containment ray from a point, or the one the other way, meets nothing: asked of points one
+/// beside the other.
 class qcRegion::FreeRays {
 public:
     explicit FreeRays(qcRegion const& region) : region_(region) {}
@@ -39,18 +39,19 @@ private:
 
     bool surelyBlocked(qcVector<2> const& point)
     {
-        auto const* const index = region_.edgeIndex();
-        if (!blocked_) {
+        if (!prepared_) {
+            prepared_ = true;
+            auto const* const index = region_.edgeIndex();
             auto const reach = region_.parityReach();
-            if (!index || !reach)
-                return false;
-            blocked_.emplace(region_.points(), *index, *reach, region_.medianFeatureSize());
+            if (index && reach)
+                blocked_.emplace(region_.points(), *index, *reach, region_.medianFeatureSize());
         }
-        return blocked_->certainAt(point);
+        return blocked_ && blocked_->certainAt(point);
     }
 
     qcRegion const& region_;
     qnInternal::RaySight sight_;
+    bool prepared_ = false;
     std::optional<qnInternal::BlockedRays> blocked_;
 };
 

@@ -14,22 +14,18 @@ namespace {
 
 using qnInternal::Box;
 
-/// Calls visit(k) for the edges near `place`; all edges are near it where there is no index.
-template <class Visit>
-void forEachNear(std::size_t edgeCount, qnInternal::EdgeIndex const* index,
-                 std::optional<Box> const& place, Visit const& visit)
+/// Asks `accepts(k)` about the edges near `place` until it accepts one; all edges are near it where there
+/// is no index.
+template <class Accepts>
+bool anyNear(std::size_t edgeCount, qnInternal::EdgeIndex const* index, Box const& place,
+             Accepts const& accepts)
 {
-    if (!index || !place) {
-        for (std::size_t k = 0; k < edgeCount; ++k)
-            visit(k);
-        return;
-    }
-    index->forEachLeaf([&](qnInternal::BoxGroup const& boxes) { return boxes.overlapping(*place); },
-                       [&](std::size_t leaf, Box const&) {
-                           for (std::size_t k = index->leafBegin(leaf); k < index->leafEnd(leaf);
-                                ++k)
-                               visit(k);
-                       });
+    if (index)
+        return index->anyEdgeNear(qnInternal::TwiceBox(place), accepts);
+    for (std::size_t k = 0; k < edgeCount; ++k)
+        if (accepts(k))
+            return true;
+    return false;
 }
 
 Box boxOfEdge(qcVector<2> const& from, qcVector<2> const& to)
@@ -72,8 +68,11 @@ qcRegion::SplicedOutline::edgesNear(qcRegion const& other,
     if (place) {
         for (std::size_t const number : members) {
             Member const& member = members_[number];
-            forEachNear(member.region->points().size(), member.region->edgeIndex(), place,
-                        [&](std::size_t k) { addNear(numberOf(member, k)); });
+            anyNear(member.region->points().size(), member.region->edgeIndex(), *place,
+                    [&](std::size_t k) {
+                        addNear(numberOf(member, k));
+                        return false;
+                    });
             std::for_each(member.parts.begin(), member.parts.end(), addNear);
         }
         std::for_each(loose_.begin(), loose_.end(), addNear);
@@ -96,13 +95,11 @@ bool qcRegion::SplicedOutline::isMetBy(qcRegion const& other,
     return std::any_of(edges.begin(), edges.end(), [&](std::size_t number) {
         qcVector<2> const& from = edgeStart(number);
         qcVector<2> const& to = points_[number];
-        bool met = false;
-        forEachNear(others.size(), index, boxOfEdge(from, to), [&](std::size_t k) {
+        return anyNear(others.size(), index, boxOfEdge(from, to), [&](std::size_t k) {
             qnInternal::HitQuery const query(qnInternal::edgeStart(others, true, k), others[k],
                                              true);
-            met = met || query.meets(from, to);
+            return query.meets(from, to).has_value();
         });
-        return met;
     });
 }
 

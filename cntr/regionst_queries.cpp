@@ -129,17 +129,12 @@ bool qcRegionSet::anyTwoOutlinesMeet() const
     return false;
 }
 
-std::optional<qnInternal::Box> qcRegionSet::outlineBox(qcPtrHandle_const<qcRegion> const& region)
-{
-    return region.isNull() ? std::nullopt : region->outlineBox();
-}
-
 std::vector<std::optional<qnInternal::Box>> qcRegionSet::outlineBoxes() const
 {
     std::vector<std::optional<qnInternal::Box>> boxes;
     boxes.reserve(regions_.size());
     for (auto const& region : regions_)
-        boxes.push_back(outlineBox(region));
+        boxes.push_back(region.isNull() ? std::nullopt : region->outlineBox());
     return boxes;
 }
 

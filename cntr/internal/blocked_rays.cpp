@@ -44,17 +44,19 @@ bool BlockedRays::blocked(qcVector<2> const& point, double side)
     Box place = boxOf(point);
     enclose(place, point + qcVector<2>(side * reach, side * reach * highest));
     crossed_.clear();
-    forEachEdgeIn(place, [&](qcVector<2> const& from, qcVector<2> const& to) {
+    auto const addSlopes = [&](std::size_t k) {
         // Seen turned by half a turn where `side` is -1: the rays then go to the right as well.
-        qcVector<2> const a = (from - point) * side;
-        qcVector<2> const b = (to - point) * side;
+        qcVector<2> const a = (edgeStart(outline_, true, k) - point) * side;
+        qcVector<2> const b = (edgeEnd(outline_, true, k) - point) * side;
         qcVector<2> const along = b - a;
         double const cross = a.cross(along);
         if (!(a.x() > 0 && b.x() > 0 && cross * cross > squaredGap * (along * along)))
-            return;
+            return false;
         double const one = a.y() / a.x(), other = b.y() / b.x();
         crossed_.push_back({std::min(one, other) + kClear, std::max(one, other) - kClear});
-    });
+        return false;
+    };
+    index_.anyEdgeNear(TwiceBox(place), addSlopes);
     std::sort(crossed_.begin(), crossed_.end(),
               [](Slopes const& a, Slopes const& b) { return a.lowest < b.lowest; });
     double covered = 0;
@@ -62,18 +64,6 @@ bool BlockedRays::blocked(qcVector<2> const& point, double side)
         if (slopes.lowest <= covered)
             covered = std::max(covered, slopes.highest);
     return covered >= highest;
-}
-
-template <class Visit>
-void BlockedRays::forEachEdgeIn(Box const& place, Visit const& visit) const
-{
-    TwiceBox const twice(place);
-    index_.forEachLeaf([&](BoxGroup const& boxes) { return boxes.overlapping(twice); },
-                       [&](std::size_t leaf, Box const&) {
-                           for (std::size_t k = index_.leafBegin(leaf); k < index_.leafEnd(leaf);
-                                ++k)
-                               visit(edgeStart(outline_, true, k), edgeEnd(outline_, true, k));
-                       });
 }
 
 }  // namespace qnInternal

@@ -6,12 +6,14 @@
 /// blocked where edges in front of the point, together, stand across all these directions; and so is
 /// every opposite ray by edges behind the point.
 ///
-/// An edge counts for directions that are clear of its ends by 0.001 or more. Then a ray and the edge meet
-/// at an angle with at least that sine: its ends, r and s away from the point, are (r + s) times it or
-/// more apart across the ray, and the edge is no longer than r + s. So they are never parallel, and at
-/// the coordinates that ParityReach admits the rounding of the meeting point is below kOnSegment. An
-/// edge within ParityReach::toCrossing() of the point does not count, nor does any where the ray need
-/// not leave the outline, since an edge at either end is not met.
+/// An edge counts for directions that are clear of its ends by 0.001 or more; the rounding of the ray's
+/// end turns the ray by less. Then ray and edge meet at an angle with at least that sine: the ends, r
+/// and s away from the point, are (r + s) times it or more apart across the ray, and the edge is no
+/// longer than r + s. So they are never parallel. Neither does the meeting point round to a place beyond
+/// the edge's ends: they are 4e-9 or more from the ray, since an edge within ParityReach::toCrossing() of
+/// the point does not count, where at the coordinates that ParityReach admits the rounding across it is
+/// 1.5e-9. Nor does any edge count where the ray need not leave the outline, since one at either end of
+/// the ray is not met.
 #pragma once
 
 #include "cntr/internal/edge_index.h"
@@ -45,8 +47,6 @@ private:
     };
 
     bool blocked(qcVector<2> const& point, double side);
-    template <class Visit>
-    void forEachEdgeIn(Box const& place, Visit const& visit) const;
 
     std::vector<qcVector<2>> const& outline_;
     EdgeIndex const& index_;

@@ -52,8 +52,8 @@ BoxTree::BoxTree(std::vector<FigureBox> const& boxes)
     boxes_.addLevelsAbove();
 }
 
-void BoxTree::collect(FigureBox const& place, std::size_t begin,
-                      std::vector<std::size_t>& found) const
+void BoxTree::collect(FigureBox const& place, std::size_t begin, std::vector<std::size_t>& found,
+                      std::size_t most) const
 {
     found.clear();
     if (!place) {
@@ -64,11 +64,13 @@ void BoxTree::collect(FigureBox const& place, std::size_t begin,
     std::copy_if(anywhere_.begin(), anywhere_.end(), std::back_inserter(found),
                  [&](std::size_t i) { return i >= begin; });
     TwiceBox const wanted(*place);
-    boxes_.forEachBox([&](BoxGroup const& group) { return group.overlapping(wanted); },
-                      [&](std::size_t node, Box const&) {
-                          if (numberAt_[node] >= begin)
-                              found.push_back(numberAt_[node]);
-                      });
+    auto const touches = [&](BoxGroup const& group) {
+        return found.size() > most ? 0 : group.overlapping(wanted);
+    };
+    boxes_.forEachBox(touches, [&](std::size_t node, Box const&) {
+        if (numberAt_[node] >= begin)
+            found.push_back(numberAt_[node]);
+    });
     std::sort(found.begin(), found.end());
 }
 

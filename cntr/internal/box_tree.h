@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -21,8 +22,10 @@ public:
     explicit BoxTree(std::vector<FigureBox> const& boxes);
 
     /// Replaces `found` by the numbers, ascending, of the figures from `begin` on whose boxes
-    /// share a point with `place`; with none, of all of them.
-    void collect(FigureBox const& place, std::size_t begin, std::vector<std::size_t>& found) const;
+    /// share a point with `place`; with none, of all of them. Where these are more than `most`, some of
+    /// them, still more than that.
+    void collect(FigureBox const& place, std::size_t begin, std::vector<std::size_t>& found,
+                 std::size_t most = std::numeric_limits<std::size_t>::max()) const;
 
 private:
     std::vector<std::size_t> anywhere_;

@@ -121,6 +121,20 @@ public:
                           [&](std::size_t node, Box const& box) { visit(leafAt(node), box); });
     }
 
+    /// Asks `accepts(k)` about the edges of leaves whose boxes share a point with `place`, in no certain
+    /// order, until it accepts one; whether it did.
+    template <class Accepts>
+    bool anyEdgeNear(TwiceBox const& place, Accepts const& accepts) const
+    {
+        bool found = false;
+        forEachLeaf([&](BoxGroup const& boxes) { return found ? 0 : boxes.overlapping(place); },
+                    [&](std::size_t leaf, Box const&) {
+                        for (std::size_t k = leafBegin(leaf); k < leafEnd(leaf) && !found; ++k)
+                            found = accepts(k);
+                    });
+        return found;
+    }
+
     /// The hierarchy itself, level 0 of which holds the boxes of the leaves.
     std::size_t levelCount() const { return boxes_.levelCount(); }
     BoxGroup const& group(std::size_t level, std::size_t number) const

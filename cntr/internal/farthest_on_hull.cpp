@@ -137,8 +137,10 @@ public:
     /// Nothing for other points.
     static std::optional<RoundOfVertices> of(Points const& points, Points const& hull)
     {
+        if (points.size() != hull.size())
+            return std::nullopt;
         auto const start = std::find(points.begin(), points.end(), hull.front());
-        if (points.size() != hull.size() || start == points.end())
+        if (start == points.end())
             return std::nullopt;
         RoundOfVertices round(start - points.begin(), hull.size());
         round.backwards_ = !(points[round[1]] == hull[1]);

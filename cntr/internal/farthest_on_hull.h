@@ -19,10 +19,9 @@ namespace qnInternal {
 /// p that is no vertex of the hull, one of the vertices that span the place of p lies at least as far
 /// in the direction of the pair, and no farther than D from its other end, so within some 3e-8 D of p.
 /// Where nothing but equal points is so near to a vertex, or all points are vertices, close pairs are
-/// pairs of vertices. And no
-/// other vertex lies farther in the direction of a close pair by more than some ulps of D; where
-/// edges of the hull are not shorter than 1e-6 D, such a direction is off the normals of its vertex
-/// by no more than some 1e-9.
+/// pairs of vertices. And no other vertex lies farther in the direction of a close pair by more than some
+/// ulps of D; where edges of the hull are not shorter than 1e-6 D, such a direction is off the normals
+/// of its vertex by no more than some 1e-9.
 std::optional<FarthestPair> farthestPairOnHull(std::vector<qcVector<2>> const& points);
 
 }  // namespace qnInternal

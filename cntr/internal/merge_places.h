@@ -32,7 +32,8 @@ public:
     void merge(std::size_t place, FigureBox const& reach);
 
 private:
-    void addCandidates(FigureBox const& reach, std::size_t begin);
+    /// The places from `begin` on, ascending, of regions that overlap `reach` and are no candidates yet.
+    std::vector<std::size_t> newCandidates(FigureBox const& reach, std::size_t begin);
 
     std::vector<FigureBox> boxes_;  // by number
     BoxTree tree_;
@@ -40,7 +41,9 @@ private:
     std::vector<std::size_t> placeOf_;                  // by number; 0 for those that are gone
     std::vector<std::optional<std::size_t>> mergedAs_;  // by number
     std::vector<std::size_t> merged_;                   // their numbers
-    std::set<std::size_t> candidates_;
+    std::vector<std::size_t> first_;  // candidates of beginAt() that are left, the next one last
+    std::set<std::size_t> further_;   // and those of later merges
+    std::vector<bool> isCandidate_;   // by place
 };
 
 }  // namespace qnInternal

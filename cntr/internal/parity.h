@@ -6,10 +6,10 @@
 /// more than kOnSegment, with room for rounding, an edge counts as met exactly where it crosses
 /// the ray: it can not be met beyond its ends. Where it is also more than half the outline's extent
 /// times the sine below which lines are parallel, no edge from one side of the ray to the other is
-/// parallel to it. Where no edge
-/// is within kOnSegment of the point, and the ray ends farther than that beyond the bounding box,
-/// no edge is left out for touching its ends. Then the parity of the crossings is that of the closed
-/// outline, and any ray gives it. A point for which one of this is in doubt is asked the ray itself.
+/// parallel to it. Where no edge is within kOnSegment of the point, and the ray ends farther than that
+/// beyond the bounding box, no edge is left out for touching its ends. Then the parity of the crossings
+/// is that of the closed outline, and any ray gives it. A point for which one of this is in doubt is
+/// asked the ray itself.
 ///
 /// Less is needed to be certain that a ray meets something at all. Where the outline winds around the
 /// point, the ray crosses an edge. Its ends are on both sides of the ray, at least (r + s) sin(pi / 2n)

@@ -149,8 +149,8 @@ private:
 bool anyOfFewEdgesMeets(std::vector<qcVector<2>> const& points, bool closed)
 {
     std::array<Extent, kMaxPlainEdges> extents;
-    Edge one, other;
     auto const meetAt = [&](std::size_t i, std::size_t k) {
+        Edge one, other;
         return fillWith(one, edgeStart(points, closed, i), edgeEnd(points, closed, i)) &&
                fillWith(other, edgeStart(points, closed, k), edgeEnd(points, closed, k)) &&
                meet(one, other);

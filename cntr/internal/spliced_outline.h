@@ -2,7 +2,9 @@
 ///
 /// Spliced points are linked in a ring, not copied. Every edge is one of a region that was spliced, or
 /// a part of one, cut where others were spliced in: so those near another outline are found with the
-/// regions' own indexes, and a chain of regions costs what its points and crossings do.
+/// regions' own indexes, and a chain of regions costs what its points and crossings do. All parts of a
+/// region are looked at whenever its box comes near: thousands spliced into one cost some nanoseconds a
+/// pair.
 #pragma once
 
 #include "cntr/internal/ring_order.h"

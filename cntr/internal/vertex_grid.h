@@ -22,7 +22,8 @@ public:
     void findNear(std::vector<qcVector<2>> const& points, qcVector<2> const& point,
                   std::vector<int>& found) const;
 
-    /// The vertices near which there may be another one, in no certain order: all others have none.
+    /// The vertices near which there may be another one, in no certain order: all others have none, for
+    /// tolerances whose squares do not vanish.
     std::vector<int> inCompany() const;
 
     /// Multiples of the cell's width: whole numbers, or infinite.

@@ -33,7 +33,6 @@ class ParityReach;
 class SlabIndex;
 struct Box;
 struct EdgeHit;
-struct RaySight;
 }  // namespace qnInternal
 
 /// An ordered list of points, joined by straight edges, open or closed, with a label of the caller.

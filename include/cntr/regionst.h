@@ -103,7 +103,8 @@ public:
     /// second one and is not compared with the spliced one again, so where three or more meet,
     /// regions of the result can still overlap. A set that isSelfIntersecting() denies is assigned
     /// as it is. Computed once and kept; `result` may be this set. Errors as the region's
-    /// regularize().
+    /// regularize(). Regions whose boxes are apart are not compared, and what is spliced costs its own
+    /// points and crossings only; then each region is cleaned for itself.
     void regularize(qcRegionSet& result) const;
 
     /// Like regularize(), with the outer hull of every region.
@@ -147,8 +148,7 @@ private:
     void applyMode(qcContourDefs::IntersectionMode mode);
     bool anyTwoOutlinesMeet() const;
 
-    // The box of an outline, nothing for a null handle.
-    static std::optional<qnInternal::Box> outlineBox(qcPtrHandle_const<qcRegion> const& region);
+    // Nothing for null handles and for outlines that may be anywhere.
     std::vector<std::optional<qnInternal::Box>> outlineBoxes() const;
 
     void cleaned(Result& cache, bool useOuterHull, qcRegionSet& result) const;
