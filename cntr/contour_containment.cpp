@@ -7,10 +7,7 @@ namespace {
 
 /// So many queries are answered by a loop over all edges; then the slabs are worth building
 /// (bench/edge_index_bench.cpp).
-constexpr int kQueriesWithoutSlabs = 16;
-
-/// And so many before the edges of full slabs are sorted.
-constexpr int kQueriesUnsorted = 256;
+constexpr std::size_t kQueriesWithoutSlabs = 16;
 
 }  // namespace
 
@@ -51,7 +48,8 @@ qnInternal::SlabIndex const* qcContour::slabs() const
             return nullptr;
         qnInternal::Box const box{bounds().min, bounds().max};
         slabIndex_ = std::make_shared<qnInternal::SlabIndex>(points_, box, *reach);
-    } else if (slabIndex_->gainsFromSorting() && ++containmentQueries_ > kQueriesUnsorted) {
+    } else if (auto const points = slabIndex_->pointsBeforeSorting();
+               points && ++containmentQueries_ > *points) {
         auto sorted = std::make_shared<qnInternal::SlabIndex>(*slabIndex_);
         sorted->sortFromLeft(points_);
         slabIndex_ = std::move(sorted);

@@ -36,6 +36,10 @@ constexpr double kSpareEntries = 1.25;
 /// With so many edges in a slab on average, sorting them pays (bench/containment_bench.cpp, the comb).
 constexpr std::size_t kManyEdges = 12;
 
+/// Edges are sorted once points have looked at each of them so often on average: sorting costs as much as
+/// about sixty looks at each and spares most of the later ones.
+constexpr std::size_t kLooksBeforeSorting = 16;
+
 /// Up to so many edges, all slabs together hold less than 65 536 entries: an edge is in two slabs more
 /// than its share of all the climbing at most.
 constexpr std::size_t kMostNarrow = 20'000;
@@ -191,12 +195,13 @@ void SlabIndex::fill(Lists<Number>& lists, std::vector<qcVector<2>> const& outli
     forEachSlab([&](std::size_t k, std::size_t s) {
         lists.edges[--lists.begin[s]] = static_cast<Number>(k);
     });
-    gainsFromSorting_ = total >= kManyEdges * slabCount_;
+    if (total >= kManyEdges * slabCount_)
+        pointsBeforeSorting_ = kLooksBeforeSorting * outline.size() * slabCount_ / total;
 }
 
 void SlabIndex::sortFromLeft(std::vector<qcVector<2>> const& outline)
 {
-    gainsFromSorting_ = false;
+    pointsBeforeSorting_.reset();
     widest_.assign(slabCount_, 0);
     std::visit([&](auto& lists) { sort(lists, outline); }, lists_);
 }

@@ -112,8 +112,8 @@ class SlabIndex {
 public:
     SlabIndex(std::vector<qcVector<2>> const& outline, Box const& box, ParityReach const& reach);
 
-    /// Whether slabs hold so many edges that sorting them pays, after some hundred points.
-    bool gainsFromSorting() const { return gainsFromSorting_; }
+    /// After how many points it pays to sort the edges of slabs; never where these hold few.
+    std::optional<std::size_t> pointsBeforeSorting() const { return pointsBeforeSorting_; }
 
     /// Sorts the edges of every slab: O(n log n). No answer changes.
     void sortFromLeft(std::vector<qcVector<2>> const& outline);
@@ -153,7 +153,7 @@ private:
     double slabsPerUnit_;
     std::size_t slabCount_;
     std::variant<Lists<std::uint16_t>, Lists<std::uint32_t>> lists_;  // the first where it can
-    bool gainsFromSorting_ = false;
+    std::optional<std::size_t> pointsBeforeSorting_;
     std::vector<double> widest_;  // by slab, the widest edge in x; empty where edges are not sorted
 };
 

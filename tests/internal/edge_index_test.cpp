@@ -231,7 +231,7 @@ TEST(Parity, WhereItIsCertainTheRayAgrees)
         ParityReach const reach(box, outline.points.size(), outline.points.front(), radius);
         SlabIndex slabs(outline.points, box, reach);
         SlabIndex const unsorted = slabs;
-        if (slabs.gainsFromSorting())
+        if (slabs.pointsBeforeSorting())
             slabs.sortFromLeft(outline.points);
         RaySight sight;  // of the place before, which may be far off
         BlockedRays blocked(outline.points, index, reach,
