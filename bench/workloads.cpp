@@ -79,6 +79,20 @@ double regularised()
     return static_cast<double>(result.points().size());
 }
 
+double merged()
+{
+    std::vector<qcPtrHandle<qcRegion>> regions;
+    for (int i = 0; i < 200; ++i) {
+        auto points = outline("star", 64);
+        for (auto& point : points)
+            point += qcVector<2>(2000.0 * (i % 20), 2000.0 * (i / 20));
+        regions.emplace_back(new qcRegion(points));
+    }
+    qcRegionSet result;
+    qcRegionSet(regions).regularize(result);
+    return static_cast<double>(result.regions().size());
+}
+
 std::map<std::string, std::function<double()>> const workloads{
     {"measures_10000", [] { return measures(10000, 3); }},
     {"measures_16", [] { return measures(16, 500); }},
@@ -95,6 +109,7 @@ std::map<std::string, std::function<double()>> const workloads{
     {"farthest_circle_5000",
      [] { return qcContour(outline("circle", 5000)).diameter(qcContourDefs::eFarthestPair); }},
     {"regularise_rose_2000", regularised},
+    {"merge_200", merged},
     {"save_load_10000", savedAndLoaded},
 };
 

@@ -1,5 +1,5 @@
 // Outlines that cross, joined into one that runs around all of them.
-#include "cntr/internal/spliced_outline.h"
+#include "cntr/region_splice.h"
 
 #include "cntr/internal/edge_hits.h"
 #include "cntr/internal/edge_index.h"

@@ -3,7 +3,7 @@
 #include <cntr/regionst.h>
 
 #include "cntr/internal/merge_places.h"
-#include "cntr/internal/spliced_outline.h"
+#include "cntr/region_splice.h"
 
 #include <optional>
 

@@ -15,7 +15,8 @@
 #include <optional>
 #include <vector>
 
-class qcRegion::SplicedOutline {
+class [[gnu::visibility("hidden")]] qcRegion::SplicedOutline
+{
 public:
     /// Where an outline meets this one first: on its edge `otherEdge`, and on the edge here that ends
     /// at a vertex.
@@ -61,7 +62,7 @@ private:
     {
         return points_[ring_.previous(number)];
     }
-    void addPart(std::size_t member, std::size_t number, std::optional<qnInternal::Box>& added);
+    void addPart(std::size_t member, std::size_t number, std::optional<qnInternal::Box> & added);
 
     std::vector<qcVector<2>> points_;  // by number
     qnInternal::RingOrder ring_;
