@@ -310,8 +310,7 @@ private:
     mutable std::shared_ptr<qc_EdgeData const> edgeData_;
     mutable std::shared_ptr<qnInternal::EdgeIndex const> edgeIndex_;
     mutable std::shared_ptr<qnInternal::SlabIndex const> slabIndex_;
-    mutable std::size_t containmentQueries_ =
-        0;  // since the points changed; the slabs pay after a few
+    mutable std::size_t containmentQueries_ = 0;  // since the points changed
     mutable std::unique_ptr<qc_EncloseRectCache> encloseRectCache_;
     mutable std::unique_ptr<qc_ExtremalVertexCache> extremalVertexCache_;
     mutable std::unique_ptr<qc_VertexIndexCache> vertexIndexCache_;
