@@ -15,8 +15,7 @@
 #include <optional>
 #include <vector>
 
-class [[gnu::visibility("hidden")]] qcRegion::SplicedOutline
-{
+class qcRegion::SplicedOutline {
 public:
     /// Where an outline meets this one first: on its edge `otherEdge`, and on the edge here that ends
     /// at a vertex.
@@ -62,7 +61,7 @@ private:
     {
         return points_[ring_.previous(number)];
     }
-    void addPart(std::size_t member, std::size_t number, std::optional<qnInternal::Box> & added);
+    void addPart(std::size_t member, std::size_t number, std::optional<qnInternal::Box>& added);
 
     std::vector<qcVector<2>> points_;  // by number
     qnInternal::RingOrder ring_;

@@ -69,13 +69,13 @@ std::vector<Handle> qcRegionSet::mergedRegions() const
         places.beginAt(i);
         while (auto const place = places.nextCandidate()) {
             qcRegion const& other = *merged[*place];
-            if (!spliced && !merged[i]->outlineMeets(other))
+            bool const isFirst = !spliced;
+            if (isFirst && !merged[i]->outlineMeets(other))
                 continue;
-            bool const surelyMet = !spliced;
-            if (!spliced)
+            if (isFirst)
                 spliced.emplace(*merged[i]);
             auto const edges = spliced->edgesNear(other, places.mergedNear(*place));
-            if (!surelyMet && !spliced->isMetBy(other, edges))
+            if (!isFirst && !spliced->isMetBy(other, edges))
                 continue;
             places.merge(*place, spliced->splice(other, spliced->firstCrossing(other, edges)));
             // The last region takes the free place and is not compared with the spliced one.
