@@ -13,6 +13,8 @@ constexpr std::size_t kQueriesWithoutSlabs = 16;
 
 std::optional<bool> qcContour::certainlyInside(qcVector<2> const& point) const
 {
+    if (slabIndex_ && !slabIndex_->pointsBeforeSorting())
+        return slabIndex_->inside(points_, point);
     if (!slabIndex_) {
         auto const reach = parityReach();
         if (!reach)

@@ -5,6 +5,7 @@
 #include "cntr/internal/edge_walk.h"
 #include "cntr/internal/tolerances.h"
 
+#include <qc/core/internal/pair.h>
 #include <qc/core/internal/plane.h>
 
 #include <algorithm>
@@ -33,6 +34,9 @@ double shortenedSquare(double length, double other)
 /// How many entries for each edge the slabs may hold beyond one.
 constexpr double kSpareEntries = 1.25;
 
+/// Vertical slabs take a point slightly longer; they pay where lines meet that many times fewer edges.
+constexpr double kFewer = 1.5;
+
 /// With so many edges in a slab on average, sorting them pays (bench/containment_bench.cpp, the comb).
 constexpr std::size_t kManyEdges = 12;
 
@@ -48,14 +52,34 @@ static_assert(kMostNarrow * (2 + kSpareEntries) < 65'536);
 /// Above all rounding of differences of coordinates that may be counted.
 constexpr double kRoundingOfPlaces = 1e-8;
 
-double leftEnd(std::vector<qcVector<2>> const& outline, std::size_t edge)
+/// The edges of an outline as they are.
+struct Upright {
+    std::vector<qcVector<2>> const& outline;
+
+    static qcVector<2> const& seen(qcVector<2> const& point) { return point; }
+    qcVector<2> const& start(std::size_t edge) const { return edgeStart(outline, true, edge); }
+    qcVector<2> const& end(std::size_t edge) const { return edgeEnd(outline, true, edge); }
+};
+
+/// The same with x and y in each other's place.
+struct Mirrored {
+    std::vector<qcVector<2>> const& outline;
+
+    static qcVector<2> seen(qcVector<2> const& point) { return {point.y(), point.x()}; }
+    qcVector<2> start(std::size_t edge) const { return seen(edgeStart(outline, true, edge)); }
+    qcVector<2> end(std::size_t edge) const { return seen(edgeEnd(outline, true, edge)); }
+};
+
+template <class View>
+double leftEnd(View const& outline, std::size_t edge)
 {
-    return std::min(edgeStart(outline, true, edge).x(), edgeEnd(outline, true, edge).x());
+    return std::min(outline.start(edge).x(), outline.end(edge).x());
 }
 
-double rightEnd(std::vector<qcVector<2>> const& outline, std::size_t edge)
+template <class View>
+double rightEnd(View const& outline, std::size_t edge)
 {
-    return std::max(edgeStart(outline, true, edge).x(), edgeEnd(outline, true, edge).x());
+    return std::max(outline.start(edge).x(), outline.end(edge).x());
 }
 
 struct EdgeFromLeft {
@@ -104,13 +128,8 @@ ParityReach::ParityReach(Box const& box, std::size_t vertexCount, qcVector<2> co
     certain_ = vertexCount >= 3 && largestCoordinate(box) <= kLargestCertain && turn <= sine / 2;
 }
 
-bool ParityReach::rayLeavesOutline(qcVector<2> const& point) const
+bool ParityReach::rayLeavesBox(qcVector<2> const& point) const
 {
-    if (!certain_)
-        return false;
-    qcVector<2> const offset = point - firstVertex_;
-    if (offset * offset < squaredRadius_)
-        return true;
     double const dx = std::max(point.x() - box_.min.x(), box_.max.x() - point.x());
     double const dy = std::max(point.y() - box_.min.y(), box_.max.y() - point.y());
     return dx * dx + dy * dy < squaredRay_;
@@ -122,7 +141,7 @@ bool ParityCount::leavesOut(Box const& box) const
            box.max.x() - point_.x() < -reach_;
 }
 
-void ParityCount::add(qcVector<2> const& from, qcVector<2> const& to)
+[[gnu::always_inline]] inline void ParityCount::add(qcVector<2> const& from, qcVector<2> const& to)
 {
     qcVector<2> const a = from - point_;
     qcVector<2> const b = to - point_;
@@ -151,38 +170,60 @@ void ParityCount::addClose(qcVector<2> const& a, qcVector<2> const& b, int up)
     turns_ += (cross > 0) == (along.y() > 0) ? up : 0;
 }
 
+template <class Self, class Visit>
+[[gnu::always_inline]] inline auto
+SlabIndex::withLists(Self& self, std::vector<qcVector<2>> const& outline, Visit const& visit)
+{
+    auto const withEdges = [&](auto const& edges) {
+        if (auto* const narrow = std::get_if<0>(&self.lists_))
+            return visit(*narrow, edges);
+        return visit(*std::get_if<1>(&self.lists_), edges);
+    };
+    if (self.vertical_)
+        return withEdges(Mirrored{outline});
+    return withEdges(Upright{outline});
+}
+
 SlabIndex::SlabIndex(std::vector<qcVector<2>> const& outline, Box const& box,
                      ParityReach const& reach)
     : reach_(reach), bottom_(box.min.y())
 {
+    double way = 0;
     double climb = 0;
     forEachEdge(outline, true, [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {
+        way += std::fabs(to.x() - from.x()) + 2 * reach.toVertex();
         climb += std::fabs(to.y() - from.y()) + 2 * reach.toVertex();
     });
-    double const height = box.max.y() - box.min.y();
+    double const width = box.max.x() - box.min.x();
+    double height = box.max.y() - box.min.y();
+    vertical_ = way * height * kFewer < climb * width;
+    if (vertical_) {
+        bottom_ = box.min.x();
+        height = width;
+        climb = way;
+    }
     auto const edges = static_cast<double>(outline.size());
     double const wanted = kSpareEntries * edges * (height / climb);
     // NaN where both overflow or there is no climb.
     slabCount_ = wanted > 1 ? static_cast<std::size_t>(std::min(wanted, edges)) : 1;
     slabsPerUnit_ = height > 0 ? static_cast<double>(slabCount_) / height : 0;
 
-    if (outline.size() <= kMostNarrow)
-        fill(lists_.emplace<0>(), outline);
-    else
-        fill(lists_.emplace<1>(), outline);
+    if (outline.size() > kMostNarrow)
+        lists_.emplace<1>();
+    withLists(*this, outline, [&](auto& lists, auto const& view) { fill(lists, view); });
 }
 
-template <class Number>
-void SlabIndex::fill(Lists<Number>& lists, std::vector<qcVector<2>> const& outline)
+template <class Number, class View>
+void SlabIndex::fill(Lists<Number>& lists, View const& outline)
 {
     auto const forEachSlab = [&](auto visit) {
-        forEachEdge(outline, true,
-                    [&](std::size_t k, qcVector<2> const& from, qcVector<2> const& to) {
-                        double const low = std::min(from.y(), to.y()) - reach_.toVertex();
-                        double const high = std::max(from.y(), to.y()) + reach_.toVertex();
-                        for (std::size_t s = slabOf(low); s <= slabOf(high); ++s)
-                            visit(k, s);
-                    });
+        for (std::size_t k = 0; k < outline.outline.size(); ++k) {
+            double const one = outline.start(k).y(), other = outline.end(k).y();
+            double const low = std::min(one, other) - reach_.toVertex();
+            double const high = std::max(one, other) + reach_.toVertex();
+            for (std::size_t s = slabOf(low); s <= slabOf(high); ++s)
+                visit(k, s);
+        }
     };
     lists.begin.assign(slabCount_ + 1, 0);
     forEachSlab([&](std::size_t, std::size_t s) { ++lists.begin[s]; });
@@ -196,18 +237,18 @@ void SlabIndex::fill(Lists<Number>& lists, std::vector<qcVector<2>> const& outli
         lists.edges[--lists.begin[s]] = static_cast<Number>(k);
     });
     if (total >= kManyEdges * slabCount_)
-        pointsBeforeSorting_ = kLooksBeforeSorting * outline.size() * slabCount_ / total;
+        pointsBeforeSorting_ = kLooksBeforeSorting * outline.outline.size() * slabCount_ / total;
 }
 
 void SlabIndex::sortFromLeft(std::vector<qcVector<2>> const& outline)
 {
     pointsBeforeSorting_.reset();
     widest_.assign(slabCount_, 0);
-    std::visit([&](auto& lists) { sort(lists, outline); }, lists_);
+    withLists(*this, outline, [&](auto& lists, auto const& view) { sort(lists, view); });
 }
 
-template <class Number>
-void SlabIndex::sort(Lists<Number>& lists, std::vector<qcVector<2>> const& outline)
+template <class Number, class View>
+void SlabIndex::sort(Lists<Number>& lists, View const& outline)
 {
     std::vector<EdgeFromLeft> slab;
     for (std::size_t s = 0; s < slabCount_; ++s) {
@@ -231,6 +272,21 @@ std::size_t SlabIndex::slabOf(double y) const
     return static_cast<std::size_t>(std::min(slab, static_cast<double>(slabCount_ - 1)));
 }
 
+ParityCount SlabIndex::countSlab(std::vector<qcVector<2>> const& outline, qcVector<2> const& point,
+                                 double toVertex, double toEdge) const
+{
+    return withLists(*this, outline, [&](auto const& lists, auto const& edges) {
+        auto const& seen = edges.seen(point);
+        ParityCount count(seen, toVertex, toEdge);
+        std::size_t const slab = slabOf(seen.y());
+        if (widest_.empty())
+            addEdges(lists, edges, slab, count);
+        else
+            addSorted(lists, edges, seen, toVertex, slab, count);
+        return count;
+    });
+}
+
 std::optional<bool> SlabIndex::inside(std::vector<qcVector<2>> const& outline,
                                       qcVector<2> const& point) const
 {
@@ -246,36 +302,17 @@ bool SlabIndex::surelyWound(std::vector<qcVector<2>> const& outline, qcVector<2>
     return countSlab(outline, point, reach_.toCrossing(), reach_.toCrossing()).wound();
 }
 
-ParityCount SlabIndex::countSlab(std::vector<qcVector<2>> const& outline, qcVector<2> const& point,
-                                 double toVertex, double toEdge) const
-{
-    ParityCount count(point, toVertex, toEdge);
-    std::size_t const slab = slabOf(point.y());
-    auto const add = [&](auto const& lists) {
-        if (widest_.empty())
-            addEdges(lists, outline, slab, count);
-        else
-            addSorted(lists, outline, point, toVertex, slab, count);
-    };
-    if (auto const* const narrow = std::get_if<0>(&lists_))
-        add(*narrow);
-    else
-        add(*std::get_if<1>(&lists_));
-    return count;
-}
-
-template <class Number>
-void SlabIndex::addEdges(Lists<Number> const& lists, std::vector<qcVector<2>> const& outline,
-                         std::size_t slab, ParityCount& count) const
+template <class Number, class View>
+void SlabIndex::addEdges(Lists<Number> const& lists, View const& outline, std::size_t slab,
+                         ParityCount& count) const
 {
     for (std::size_t i = lists.begin[slab]; i < lists.begin[slab + 1]; ++i)
-        count.add(edgeStart(outline, true, lists.edges[i]), edgeEnd(outline, true, lists.edges[i]));
+        count.add(outline.start(lists.edges[i]), outline.end(lists.edges[i]));
 }
 
-template <class Number>
-void SlabIndex::addSorted(Lists<Number> const& lists, std::vector<qcVector<2>> const& outline,
-                          qcVector<2> const& point, double toVertex, std::size_t slab,
-                          ParityCount& count) const
+template <class Number, class View>
+void SlabIndex::addSorted(Lists<Number> const& lists, View const& outline, qcVector<2> const& point,
+                          double toVertex, std::size_t slab, ParityCount& count) const
 {
     auto const first = lists.edges.begin() + lists.begin[slab];
     auto const last = lists.edges.begin() + lists.begin[slab + 1];
@@ -290,14 +327,14 @@ void SlabIndex::addSorted(Lists<Number> const& lists, std::vector<qcVector<2>> c
     auto const turnsOf = [&](auto begin, auto end) {
         long turns = 0;
         for (auto edge = begin; edge != end; ++edge)
-            turns += static_cast<long>(edgeEnd(outline, true, *edge).y() > point.y()) -
-                     static_cast<long>(edgeStart(outline, true, *edge).y() > point.y());
+            turns += static_cast<long>(outline.end(*edge).y() > point.y()) -
+                     static_cast<long>(outline.start(*edge).y() > point.y());
         return turns;
     };
     // All that cross the height of the point are in its slab, as many upwards as downwards.
     count.addTurns(last - right < right - first ? turnsOf(right, last) : -turnsOf(first, right));
     for (auto edge = left; edge != right; ++edge)
-        count.add(edgeStart(outline, true, *edge), edgeEnd(outline, true, *edge));
+        count.add(outline.start(*edge), outline.end(*edge));
 }
 
 std::optional<bool> insideByAllEdges(std::vector<qcVector<2>> const& outline,

@@ -45,7 +45,13 @@ public:
     bool certain() const { return certain_; }
 
     /// Whether the ray from `point`, which lies in the box, is sure to end beyond the outline.
-    bool rayLeavesOutline(qcVector<2> const& point) const;
+    bool rayLeavesOutline(qcVector<2> const& point) const
+    {
+        if (!certain_)
+            return false;
+        qcVector<2> const offset = point - firstVertex_;
+        return offset * offset < squaredRadius_ || rayLeavesBox(point);
+    }
 
     /// No vertex may be this near.
     double toVertex() const { return toVertex_; }
@@ -57,6 +63,8 @@ public:
     double toCrossing() const { return toCrossing_; }
 
 private:
+    bool rayLeavesBox(qcVector<2> const& point) const;
+
     Box box_;
     double toVertex_;
     double toEdge_;
@@ -106,6 +114,9 @@ private:
 /// The edges of a closed outline by horizontal slabs: as many as the edges about fill, so that a
 /// point looks at a few edges only. At most about 12 bytes an edge, half of it for up to 20 000.
 ///
+/// An outline that crosses vertical lines far less often than horizontal ones, such as a long row of
+/// teeth, has vertical slabs: there x and y change places, which changes no parity.
+///
 /// Where the outline folds back so often that slabs hold many edges, these can be sorted from left to
 /// right: a point then counts those on the side where they are fewer.
 class SlabIndex {
@@ -133,22 +144,25 @@ private:
         std::vector<Number> edges;
     };
 
-    template <class Number>
-    void fill(Lists<Number>& lists, std::vector<qcVector<2>> const& outline);
-    template <class Number>
-    void sort(Lists<Number>& lists, std::vector<qcVector<2>> const& outline);
+    /// Calls visit(lists, edges): the lists that are in use and the outline's edges as they see them.
+    template <class Self, class Visit>
+    static auto withLists(Self& self, std::vector<qcVector<2>> const& outline, Visit const& visit);
+    template <class Number, class View>
+    void fill(Lists<Number>& lists, View const& outline);
+    template <class Number, class View>
+    void sort(Lists<Number>& lists, View const& outline);
     ParityCount countSlab(std::vector<qcVector<2>> const& outline, qcVector<2> const& point,
                           double toVertex, double toEdge) const;
-    template <class Number>
-    void addEdges(Lists<Number> const& lists, std::vector<qcVector<2>> const& outline,
-                  std::size_t slab, ParityCount& count) const;
-    template <class Number>
-    void addSorted(Lists<Number> const& lists, std::vector<qcVector<2>> const& outline,
-                   qcVector<2> const& point, double toVertex, std::size_t slab,
-                   ParityCount& count) const;
+    template <class Number, class View>
+    void addEdges(Lists<Number> const& lists, View const& outline, std::size_t slab,
+                  ParityCount& count) const;
+    template <class Number, class View>
+    void addSorted(Lists<Number> const& lists, View const& outline, qcVector<2> const& point,
+                   double toVertex, std::size_t slab, ParityCount& count) const;
     std::size_t slabOf(double y) const;
 
     ParityReach reach_;
+    bool vertical_ = false;  // x and y have changed places in all below
     double bottom_;
     double slabsPerUnit_;
     std::size_t slabCount_;

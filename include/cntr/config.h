@@ -4,9 +4,12 @@
 
 #if defined(__GNUC__)
 #define CNTR_EXPORT __attribute__((visibility("default")))
+#define CNTR_HIDDEN __attribute__((visibility("hidden")))
 #else
 /// Makes a name visible outside the library.
 #define CNTR_EXPORT
+/// Keeps a private member of a visible class inside: the library then calls it directly.
+#define CNTR_HIDDEN
 #endif
 
 /// First number of the version; a change may break programs.

@@ -267,30 +267,32 @@ private:
 
     void dropCaches() noexcept;
     void serializeLegacy(qcArchive& archive);
-    Bounds const& bounds() const;
+    CNTR_HIDDEN Bounds const& bounds() const;
     Circle farthestPairCircle() const;
     Circle firstPointCircle() const;
-    bool anyEdgeMeetsAnother() const;
+    CNTR_HIDDEN bool anyEdgeMeetsAnother() const;
 
     // Null where the plain loops over all edges are faster, or alone are right.
-    qnInternal::EdgeIndex const* edgeIndex() const;
+    CNTR_HIDDEN qnInternal::EdgeIndex const* edgeIndex() const;
 
     // The same for one question that need not find leaves in one place: spares their sorting.
-    std::shared_ptr<qnInternal::EdgeIndex const> edgeIndexInAnyOrder() const;
+    CNTR_HIDDEN std::shared_ptr<qnInternal::EdgeIndex const> edgeIndexInAnyOrder() const;
 
-    std::vector<qnInternal::EdgeHit> hits(qnInternal::HitQuery const& query) const;
+    CNTR_HIDDEN std::vector<qnInternal::EdgeHit> hits(qnInternal::HitQuery const& query) const;
 
     // The same into a list that is there already.
-    void findHits(qnInternal::HitQuery const& query, std::vector<qnInternal::EdgeHit>& found) const;
-    bool isMetBy(qnInternal::HitQuery const& query) const;
+    CNTR_HIDDEN void findHits(qnInternal::HitQuery const& query,
+                              std::vector<qnInternal::EdgeHit>& found) const;
+    CNTR_HIDDEN bool isMetBy(qnInternal::HitQuery const& query) const;
 
     // Whether the outline, taken as closed, contains a point; nothing where only the ray can tell.
-    std::optional<bool> certainlyInside(qcVector<2> const& point) const;
+    CNTR_HIDDEN std::optional<bool> certainlyInside(qcVector<2> const& point) const;
 
     // Whether containment rays from a point are sure to meet the outline, taken as closed.
-    bool surelyWound(qcVector<2> const& point) const;
-    std::optional<qnInternal::ParityReach> parityReach() const;
-    qnInternal::SlabIndex const* slabs() const;  // null where no point has an answer by them
+    CNTR_HIDDEN bool surelyWound(qcVector<2> const& point) const;
+    CNTR_HIDDEN std::optional<qnInternal::ParityReach> parityReach() const;
+    CNTR_HIDDEN qnInternal::SlabIndex const*
+    slabs() const;  // null where no point has an answer by them
     qcPolygon toPolygon() const;
 
     unsigned long label_;

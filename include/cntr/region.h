@@ -176,12 +176,12 @@ private:
     void checkHoles(std::vector<qcPtrHandle_const<qcRegion>> const& holes);
     void serializeLegacy(qcArchive& archive);
 
-    long insideCount(qcVector<2> const& point) const;
+    CNTR_HIDDEN long insideCount(qcVector<2> const& point) const;
 
     // From a point to the end of the ray; nothing for a point on a vertex.
     std::optional<qcVector<2>> containmentRay(qcVector<2> const& point,
                                               qnInternal::RaySight& sight) const;
-    bool insideOutline(qcVector<2> const& point) const;
+    CNTR_HIDDEN bool insideOutline(qcVector<2> const& point) const;
 
     // What the queries declared without const do; const callers use these.
     qcVector<2> boundaryPoint(qcVector<2> const& point, bool verticesOnly,
@@ -192,11 +192,11 @@ private:
                                        bool considerHoles) const;
     std::vector<qcVector<2>> crossings(qcContour const& other, bool considerHoles) const;
 
-    bool outlineMeets(qcRegion const& other) const;
+    CNTR_HIDDEN bool outlineMeets(qcRegion const& other) const;
 
     // The box that holds the outline, or nothing where it has too few points or not all are finite.
-    bool hasOutlineBox() const;
-    std::optional<qnInternal::Box> outlineBox() const;
+    CNTR_HIDDEN bool hasOutlineBox() const;
+    CNTR_HIDDEN std::optional<qnInternal::Box> outlineBox() const;
 
     void cleaned(Result& cache, bool outerHullStage, qcRegion& result) const;
     void outerHullRegularize(qcRegion& result, bool outerHullStage) const;
