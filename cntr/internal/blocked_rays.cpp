@@ -11,14 +11,14 @@ namespace qnInternal {
 
 namespace {
 
-/// In slopes, which up to kWidest grow less than a third faster than angles.
+/// The highest slope asked about: of rays so steep, less is in the way of the search for a gap.
+constexpr double kSteepest = 0.5;
+
+/// In slopes, which up to kSteepest grow less than a third faster than angles.
 constexpr double kClear = 1.5e-3;
 
 /// How far away edges are looked for, in units of how long they usually are.
 constexpr double kReach = 24;
-
-constexpr double kNarrowest = 4 * kClear;
-constexpr double kWidest = 0.5;
 
 }  // namespace
 
@@ -26,19 +26,13 @@ bool BlockedRays::certainAt(qcVector<2> const& point)
 {
     if (!reach_.rayLeavesOutline(point))
         return false;
-    double angle = std::max(angle_ / 2, kNarrowest);
-    while (!rayDirectionIsBelow(outline_, index_, point, angle))
-        if ((angle *= 2) > kWidest) {
-            angle_ = kNarrowest;
-            return false;
-        }
-    angle_ = angle;
-    return blocked(point, 1) && blocked(point, -1);
+    double const ahead = blockedBelow(point, 1, kSteepest);
+    double const slope = ahead > 0 ? blockedBelow(point, -1, ahead) : 0;
+    return slope > 0 && rayDirectionIsBelow(outline_, index_, point, std::atan(slope), width_);
 }
 
-bool BlockedRays::blocked(qcVector<2> const& point, double side)
+double BlockedRays::blockedBelow(qcVector<2> const& point, double side, double highest)
 {
-    double const highest = std::tan(angle_);
     double const squaredGap = reach_.toCrossing() * reach_.toCrossing();
     double const reach = kReach * edgeLength_;
     Box place = boxOf(point);
@@ -63,7 +57,7 @@ bool BlockedRays::blocked(qcVector<2> const& point, double side)
     for (auto const& slopes : crossed_)
         if (slopes.lowest <= covered)
             covered = std::max(covered, slopes.highest);
-    return covered >= highest;
+    return std::min(covered, highest);
 }
 
 }  // namespace qnInternal

@@ -1,10 +1,10 @@
 /// Whether both containment rays from a point are sure to be blocked, where that can be told without
 /// looking for their direction.
 ///
-/// The direction is the middle of the first wide gap between those of the vertices, counted from angle
-/// 0. Any wide gap below some angle shows that it lies below that angle. Every ray up to there is
-/// blocked where edges in front of the point, together, stand across all these directions; and so is
-/// every opposite ray by edges behind the point.
+/// Every ray from angle 0 up to some angle is blocked where edges in front of the point, together, stand
+/// across all these directions; and so is every opposite ray by edges behind the point. The direction is
+/// the middle of the first wide gap between those of the vertices, counted from angle 0. Any wide gap
+/// below that angle shows that it is one of these directions.
 ///
 /// An edge counts for directions that are clear of its ends by 0.001 or more; the rounding of the ray's
 /// end turns the ray by less. Then ray and edge meet at an angle with at least that sine: the ends, r
@@ -35,8 +35,7 @@ public:
     }
 
     /// True only where the rays from `point`, which lies in the outline's box, are blocked. Looks at
-    /// the vertices between two angles and at edges near the point. The angles come from the questions
-    /// before: they are meant for points one beside the other.
+    /// edges near the point and at the vertices between two angles.
     bool certainAt(qcVector<2> const& point);
 
 private:
@@ -46,13 +45,15 @@ private:
         double highest;
     };
 
-    bool blocked(qcVector<2> const& point, double side);
+    /// Up to which slope, at most `highest`, all rays are blocked on one side of the point: 1 in front,
+    /// -1 behind.
+    double blockedBelow(qcVector<2> const& point, double side, double highest);
 
     std::vector<qcVector<2>> const& outline_;
     EdgeIndex const& index_;
     ParityReach reach_;
     double edgeLength_;
-    double angle_ = 0.0625;        // below which the direction is looked for
+    double width_ = 0;             // of the wedge in which a gap was found before
     std::vector<Slopes> crossed_;  // kept for its storage
 };
 

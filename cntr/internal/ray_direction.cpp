@@ -171,19 +171,32 @@ std::optional<qcVector<2>> rayDirection(std::vector<qcVector<2>> const& outline,
 }
 
 bool rayDirectionIsBelow(std::vector<qcVector<2>> const& outline, EdgeIndex const& index,
-                         qcVector<2> const& point, double angle)
+                         qcVector<2> const& point, double angle, double& width)
 {
+    constexpr int kMostWedges = 12;
     double const wide = wideEnough(outline.size());
+    auto const isWide = [wide](double a, double b) { return through(a, b, wide).has_value(); };
     std::vector<double> angles;
-    double width = angle / 2;
-    while (!findAngles(outline, index, Wedge(point, angle - width, angle, index.scale()), kMany,
-                       angles))
-        if ((width /= 4) < wide)
-            return false;
-    std::sort(angles.begin(), angles.end());
-    return std::adjacent_find(angles.begin(), angles.end(), [wide](double a, double b) {
-               return through(a, b, wide).has_value();
-           }) != angles.end();
+    std::optional<double> above;  // the lowest angle seen so far
+    double to = angle;
+    width = std::max(width, wide);
+    for (int wedges = 0; wedges < kMostWedges && to > wide; ++wedges) {
+        double const from = to - std::min(width, to / 2);
+        if (!findAngles(outline, index, Wedge(point, from, to, index.scale()), kMany, angles)) {
+            width = (to - from) / 4;
+            continue;
+        }
+        std::sort(angles.begin(), angles.end());
+        if (above)
+            angles.push_back(*above);
+        if (std::adjacent_find(angles.begin(), angles.end(), isWide) != angles.end())
+            return true;
+        if (!angles.empty())
+            above = angles.front();
+        to = from;
+        width *= 4;
+    }
+    return false;
 }
 
 }  // namespace qnInternal

@@ -32,9 +32,10 @@ std::optional<qcVector<2>> rayDirection(std::vector<qcVector<2>> const& outline,
                                         EdgeIndex const& index, qcVector<2> const& point,
                                         RaySight& sight);
 
-/// True only where the direction has an angle from 0 up to `angle`, or there is none. Looks at some
-/// vertices somewhat below that angle.
+/// True only where the direction has an angle from 0 up to `angle`, or there is none. Looks at the
+/// vertices of some wedges one below the other, the first of which is `width` wide or less; `width` becomes
+/// that of the last one, to begin with for a point beside this one.
 bool rayDirectionIsBelow(std::vector<qcVector<2>> const& outline, EdgeIndex const& index,
-                         qcVector<2> const& point, double angle);
+                         qcVector<2> const& point, double angle, double& width);
 
 }  // namespace qnInternal
