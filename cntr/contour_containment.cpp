@@ -15,6 +15,10 @@ std::optional<bool> qcContour::certainlyInside(qcVector<2> const& point) const
 {
     if (slabIndex_ && !slabIndex_->pointsBeforeSorting())
         return slabIndex_->inside(points_, point);
+    if (points_.size() < 3)
+        return std::nullopt;
+    if (!qnInternal::holds({bounds().min, bounds().max}, point))
+        return false;
     if (!slabIndex_) {
         auto const reach = parityReach();
         if (!reach)

@@ -42,14 +42,8 @@ long qcRegion::insideCount(qcVector<2> const& point) const
 
 bool qcRegion::insideOutline(qcVector<2> const& point) const
 {
-    if (points().size() >= 3) {
-        auto const& box = bounds();
-        if (!(box.min.x() <= point.x() && point.x() <= box.max.x() && box.min.y() <= point.y() &&
-              point.y() <= box.max.y()))
-            return false;
-        if (auto const certain = certainlyInside(point))
-            return *certain;
-    }
+    if (auto const certain = certainlyInside(point))
+        return *certain;
     return insideCount(point) % 2 == 1;
 }
 

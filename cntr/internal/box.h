@@ -35,6 +35,13 @@ inline bool overlap(Box const& a, Box const& b)
            !(a.min.y() > b.max.y());
 }
 
+/// Whether a point lies in a closed box; one with a NaN never does.
+inline bool holds(Box const& box, qcVector<2> const& point)
+{
+    return box.min.x() <= point.x() && point.x() <= box.max.x() && box.min.y() <= point.y() &&
+           point.y() <= box.max.y();
+}
+
 /// The largest absolute coordinate of the corners.
 inline double largestCoordinate(Box const& box)
 {

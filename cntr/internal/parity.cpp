@@ -290,6 +290,8 @@ ParityCount SlabIndex::countSlab(std::vector<qcVector<2>> const& outline, qcVect
 std::optional<bool> SlabIndex::inside(std::vector<qcVector<2>> const& outline,
                                       qcVector<2> const& point) const
 {
+    if (!reach_.boxHolds(point))
+        return false;
     if (!reach_.rayLeavesOutline(point))
         return std::nullopt;
     return countSlab(outline, point, reach_.toVertex(), reach_.toEdge()).inside();
@@ -341,6 +343,8 @@ std::optional<bool> insideByAllEdges(std::vector<qcVector<2>> const& outline,
                                      qcVector<2> const& point, ParityReach const& reach)
 {
     constexpr std::size_t kRun = 8;
+    if (!reach.boxHolds(point))
+        return false;
     if (!reach.rayLeavesOutline(point))
         return std::nullopt;
     ParityCount count(point, reach.toVertex(), reach.toEdge());

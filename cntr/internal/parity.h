@@ -44,6 +44,9 @@ public:
     /// the arithmetic of the slabs.
     bool certain() const { return certain_; }
 
+    /// Whether the point lies in the box.
+    bool boxHolds(qcVector<2> const& point) const { return holds(box_, point); }
+
     /// Whether the ray from `point`, which lies in the box, is sure to end beyond the outline.
     bool rayLeavesOutline(qcVector<2> const& point) const
     {
@@ -129,7 +132,7 @@ public:
     /// Sorts the edges of every slab: O(n log n). No answer changes.
     void sortFromLeft(std::vector<qcVector<2>> const& outline);
 
-    /// Parity of a point in the box, nothing where it is not certain.
+    /// Whether a point is inside, nothing where it is not certain.
     std::optional<bool> inside(std::vector<qcVector<2>> const& outline,
                                qcVector<2> const& point) const;
 
