@@ -14,8 +14,10 @@ namespace {
 /// The highest slope asked about: of rays so steep, less is in the way of the search for a gap.
 constexpr double kSteepest = 0.5;
 
-/// In slopes, which up to kSteepest grow less than a third faster than angles.
-constexpr double kClear = 1.5e-3;
+/// How far the directions must be from the ends of an edge, in slopes, which up to kSteepest grow less
+/// than a third faster than angles; and how far its line from the point.
+constexpr double kClear = 1.5e-5;
+constexpr double kNearest = 0.01;
 
 /// How far away edges are looked for, in units of how long they usually are.
 constexpr double kReach = 24;
@@ -33,7 +35,8 @@ bool BlockedRays::certainAt(qcVector<2> const& point)
 
 double BlockedRays::blockedBelow(qcVector<2> const& point, double side, double highest)
 {
-    double const squaredGap = reach_.toCrossing() * reach_.toCrossing();
+    double const gap = std::max(reach_.toCrossing(), kNearest);
+    double const squaredGap = gap * gap;
     double const reach = kReach * edgeLength_;
     Box place = boxOf(point);
     enclose(place, point + qcVector<2>(side * reach, side * reach * highest));

@@ -6,14 +6,14 @@
 /// the middle of the first wide gap between those of the vertices, counted from angle 0. Any wide gap
 /// below that angle shows that it is one of these directions.
 ///
-/// An edge counts for directions that are clear of its ends by 0.001 or more; the rounding of the ray's
-/// end turns the ray by less. Then ray and edge meet at an angle with at least that sine: the ends, r
-/// and s away from the point, are (r + s) times it or more apart across the ray, and the edge is no
-/// longer than r + s. So they are never parallel. Neither does the meeting point round to a place beyond
-/// the edge's ends: they are 4e-9 or more from the ray, since an edge within ParityReach::toCrossing() of
-/// the point does not count, where at the coordinates that ParityReach admits the rounding across it is
-/// 1.5e-9. Nor does any edge count where the ray need not leave the outline, since one at either end of
-/// the ray is not met.
+/// An edge counts for directions that are clear of its ends by 1e-5 or more, and where its line is 0.01
+/// or more away from the point. Then the outline is so large that, at the coordinates which ParityReach
+/// admits, the rounding of the ray's end turns the ray by 1e-6 at most. Ray and edge meet at an angle with
+/// a sine of at least 1e-5: the ends, r and s away from the point, are (r + s) times it or more apart across
+/// the ray, and the edge is no longer than r + s. So they are never parallel. Neither does the meeting
+/// point round to a place beyond the edge's ends: they are 1e-7 or more from the ray, where the rounding
+/// across it is 1.5e-9. Nor does any edge count where the ray need not leave the outline, since one at
+/// either end of the ray is not met.
 #pragma once
 
 #include "cntr/internal/edge_index.h"
