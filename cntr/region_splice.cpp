@@ -73,9 +73,9 @@ qcRegion::SplicedOutline::edgesNear(qcRegion const& other,
                         addNear(numberOf(member, k));
                         return false;
                     });
-            std::for_each(member.parts.begin(), member.parts.end(), addNear);
+            member.parts.forEachNear(*place, addNear);
         }
-        std::for_each(loose_.begin(), loose_.end(), addNear);
+        loose_.forEachNear(*place, addNear);
     } else {
         for (std::size_t number = 0; number < points_.size(); ++number)
             addNear(number);
@@ -149,12 +149,13 @@ std::optional<Box> qcRegion::SplicedOutline::splice(qcRegion const& other, Cross
 void qcRegion::SplicedOutline::addPart(std::size_t member, std::size_t number,
                                        std::optional<Box>& added)
 {
-    members_[member].parts.push_back(number);
-    Box const box = boxOfEdge(edgeStart(number), points_[number]);
+    auto const boxOf = [&](std::size_t part) { return boxOfEdge(edgeStart(part), points_[part]); };
+    Box const box = boxOf(number);
+    members_[member].parts.add(number, boxOf);
     auto const whole = members_[member].region->outlineBox();
     if (!added || !whole || holds(*whole, box))
         return;
-    loose_.push_back(number);
+    loose_.add(number, boxOf);
     enclose(*added, box.min);
     enclose(*added, box.max);
 }

@@ -2,11 +2,10 @@
 ///
 /// Spliced points are linked in a ring, not copied. Every edge is one of a region that was spliced, or
 /// a part of one, cut where others were spliced in: so those near another outline are found with the
-/// regions' own indexes, and a chain of regions costs what its points and crossings do. All parts of a
-/// region are looked at whenever its box comes near: thousands spliced into one cost some nanoseconds a
-/// pair.
+/// regions' own indexes and trees of the parts, and merging costs about what points and crossings do.
 #pragma once
 
+#include "cntr/internal/growing_boxes.h"
 #include "cntr/internal/ring_order.h"
 
 #include <cntr/region.h>
@@ -53,7 +52,7 @@ private:
         qcRegion const* region;
         std::size_t firstNumber;         // in the ring, of the vertex ...
         std::size_t firstVertex;         // ... with which the region's points begin there
-        std::vector<std::size_t> parts;  // ends of parts of its edges
+        qnInternal::GrowingBoxes parts;  // ends of parts of its edges
     };
 
     std::size_t numberOf(Member const& member, std::size_t vertex) const;
@@ -67,7 +66,7 @@ private:
     qnInternal::RingOrder ring_;
     std::vector<Member> members_;
     std::vector<std::size_t> memberOf_;  // by number, the one whose edge ends there
-    std::vector<std::size_t> loose_;     // ends of parts that reach out of the box of their member
+    qnInternal::GrowingBoxes loose_;     // ends of parts that reach out of the box of their member
     std::size_t start_ = 0;
     bool finite_;
 };

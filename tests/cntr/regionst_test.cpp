@@ -337,6 +337,31 @@ TEST(RegionSet, SplicesWhatMeetsTheWayToACrossingBeyondItsEdges)
     }
 }
 
+TEST(RegionSet, SplicesManyIntoOneAsThePlainSteps)
+{
+    // On the long sides of a bar, from one end to the other or in any order, and on each other.
+    Points const bar{{0, 0}, {800, 7}, {801, 30}, {1, 23}};
+    std::mt19937 random(26);
+    int merged = 0;
+    for (int run = 0; run < rounds(3); ++run) {
+        SCOPED_TRACE(run);
+        qnPlain::Set figures{{bar, {}}};
+        Regions regions{holeOf(bar)};
+        for (int i = 0; i < 240; ++i) {
+            double const part = run % 3 == 0   ? (i + 0.5) / 240
+                                : run % 3 == 1 ? (239.5 - i) / 240
+                                               : qnOutlines::uniform(random, 0, 1);
+            bool const above = random() % 3 == 0;
+            qcVector<2> const place =
+                (above ? bar[3] : bar[0]) + (bar[1] - bar[0]) * part - qcVector<2>(1, 1);
+            figures.push_back({square(place.x(), place.y(), 2), {}});
+            regions.push_back(holeOf(figures.back().outline));
+        }
+        merged += cleansAsThePlainSteps(qcRegionSet(regions), figures);
+    }
+    EXPECT_EQ(merged, rounds(3));
+}
+
 TEST(RegionSet, MomentsOfNothingAndOfHoles)
 {
     qcRegionSet const flat({holeOf({{0, 0}, {1, 0}, {2, 0}})});
