@@ -31,7 +31,7 @@ PointBox boxOfPoints(std::vector<qcVector<2>> const& points)
     Extremes const ends = extremesOf(points);
     Box box{{ends.low[0], ends.low[1]}, {ends.high[0], ends.high[1]}};
     keepFirstZeros(points, box);
-    return {box, areFinite(points, ends)};
+    return {box, ends.areFinite()};
 }
 
 PointBox boxOfPoints(std::vector<qcVector<2>> const& points, Box const& known)

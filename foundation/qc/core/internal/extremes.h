@@ -5,50 +5,46 @@
 #include <qc/core/internal/pair.h>
 #include <qc/core/vector.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <vector>
 
 namespace qnInternal {
 
-/// The extremes of some points, and a sum that is finite only if all of them are.
+/// The extremes of some points, and whether all of them are finite.
 struct Extremes {
     Pair low;
     Pair high;
-    Pair sum{};
+    Pair nothing{};  // 0 times each point: NaN once one is not finite
 
     explicit Extremes(Pair first) : low(first), high(first) {}
 
+    /// Passes over NaN.
     void take(Pair point)
     {
         low = smaller(point, low);
         high = larger(point, high);
-        sum += point;
+        nothing *= point;
     }
 
-    void take(Extremes const& later)
+    /// The same for a point without NaN; spares the processor two copies of it.
+    void takeNumbers(Pair point)
     {
-        low = smaller(later.low, low);
-        high = larger(later.high, high);
-        sum += later.sum;
+        low = smaller(low, point);
+        high = larger(high, point);
+        nothing *= point;
     }
+
+    void takeNumbers(Extremes const& later)
+    {
+        low = smaller(low, later.low);
+        high = larger(high, later.high);
+        nothing *= later.nothing;
+    }
+
+    bool areFinite() const { return nothing[0] == 0 && nothing[1] == 0; }
 };
 
-inline bool areFinite(Pair two)
-{
-    Pair const nothing = two * 0.0;  // NaN for what is not finite
-    return nothing[0] == 0 && nothing[1] == 0;
-}
-
-/// Whether all of the points with these extremes are finite.
-inline bool areFinite(std::vector<qcVector<2>> const& points, Extremes const& extremes)
-{
-    return areFinite(extremes.sum) ||  // else it may have overflowed
-           std::all_of(points.begin(), points.end(),
-                       [](qcVector<2> const& point) { return areFinite(pairOf(point)); });
-}
-
-/// The extremes of `from` and of `count` points, which alone are in the sum.
+/// The extremes of `from` and of `count` points, which alone need be finite.
 inline Extremes extremesFrom(qcVector<2> const& from, qcVector<2> const* points, std::size_t count)
 {
     Extremes extremes(pairOf(from));
@@ -57,7 +53,7 @@ inline Extremes extremesFrom(qcVector<2> const& from, qcVector<2> const* points,
     return extremes;
 }
 
-/// The extremes of points, of which there is one at least.
+/// The extremes of points, of which there is one at least. Of zeros any may be one, with its sign.
 inline Extremes extremesOf(std::vector<qcVector<2>> const& points)
 {
     // Four at a time, each for itself: a comparison would have to wait for the one before.
@@ -67,17 +63,17 @@ inline Extremes extremesOf(std::vector<qcVector<2>> const& points)
     Extremes fourth = first;
     std::size_t i = 0;
     for (; i + 4 <= points.size(); i += 4) {
-        first.take(pairOf(points[i]));
-        second.take(pairOf(points[i + 1]));
-        third.take(pairOf(points[i + 2]));
-        fourth.take(pairOf(points[i + 3]));
+        first.takeNumbers(pairOf(points[i]));
+        second.takeNumbers(pairOf(points[i + 1]));
+        third.takeNumbers(pairOf(points[i + 2]));
+        fourth.takeNumbers(pairOf(points[i + 3]));
     }
     for (; i < points.size(); ++i)
-        first.take(pairOf(points[i]));
-    first.take(second);
-    third.take(fourth);
-    first.take(third);
-    return first;
+        first.takeNumbers(pairOf(points[i]));
+    first.takeNumbers(second);
+    third.takeNumbers(fourth);
+    first.takeNumbers(third);
+    return first.areFinite() ? first : extremesFrom(points.front(), points.data(), points.size());
 }
 
 }  // namespace qnInternal

@@ -112,7 +112,7 @@ qnInternal::FitUnits qnInternal::fitUnits(Points const& points, std::size_t need
     if (points.empty())
         throw qcFitError::TooFewPoints();
     Extremes const extremes = extremesOf(points);
-    if (!areFinite(points, extremes))
+    if (!extremes.areFinite())
         throw qcFitError::NotFinite();
     requireDistinct(points, needed);
     FitUnits units;
