@@ -2,6 +2,7 @@
 #include <qc/core/archive.h>
 #include <qc/core/compare.h>
 #include <qc/core/exception.h>
+#include <qc/core/internal/plane.h>
 #include <qc/core/random.h>
 #include <qc/core/shapes.h>
 #include <qc/core/xform_base.h>
@@ -10,6 +11,7 @@
 
 #include <climits>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <stdexcept>
 #include <type_traits>
@@ -123,6 +125,28 @@ TEST(LineSeg, DistanceIsToTheNearestOfItsPoints)
         EXPECT_EQ(qcLineSeg(b, a).distToPoint(x), distance) << "reversed";
     }
     EXPECT_EQ(qcLineSeg({2, 2}, {2, 2}).distToPoint({5, 6}), 5);
+}
+
+TEST(LineSeg, DistanceIsThatOfTheDividedPlaceOfTheFoot)
+{
+    auto const divided = [](V const& a, V const& b, V const& x) {
+        double const t = ((x - a) * (b - a)) / ((b - a) * (b - a));
+        if (!(t > 0))
+            return x.distance(a);
+        return t >= 1 ? x.distance(b) : std::fabs((b - a).cross(x - a)) / (b - a).len();
+    };
+    // Squares and quotients that vanish, that overflow, that are NaN.
+    double const numbers[] = {0,     1,     -3,     0.1,   5e-324, 1e-160, -1e-155, 1e-100,
+                              1e100, 1e154, -2e154, 1e160, 1e308,  kInf,   -kInf,   kNaN};
+    qcRandomUniform random(1);
+    auto const any = [&] { return numbers[qfIFloor(random.next(0, std::size(numbers)))]; };
+    for (int round = 0; round < 100'000; ++round) {
+        V const a(any(), any()), b(any(), any()), x(any(), any());
+        double const expected = divided(a, b, x), d = qnInternal::segmentDistance(a, b, x);
+        ASSERT_TRUE(d == expected || (d != d && expected != expected))
+            << a.x() << ' ' << a.y() << ", " << b.x() << ' ' << b.y() << ", " << x.x() << ' '
+            << x.y() << ": " << d << " for " << expected;
+    }
 }
 
 TEST(Rect, IsClosedAndEnclosesExactly)

@@ -6,6 +6,7 @@
 #include <qc/core/vector.h>
 
 #include <cmath>
+#include <limits>
 
 namespace qnInternal {
 
@@ -52,11 +53,17 @@ inline double segmentDistance(qcVector<2> const& a, qcVector<2> const& b,
 {
     qcVector<2> const ab = b - a;
     qcVector<2> const ax = x - a;
-    double const t = (ax * ab) / (ab * ab);
-    if (!(t > 0.0))  // also NaN, which the 0/0 of a single point gives
+    // The foot is along / squared of the way from a to b. To divide took a quarter of the time of a point
+    // and few edges (bench/nearest_bench.cpp). Shares above kShare are not rounded to 0.
+    constexpr double kShare = 1e-300;
+    double const along = ax * ab;
+    double const squared = ab * ab;
+    if (!(along > 0.0))  // also NaN
         return ax.len();
-    if (t >= 1.0)
+    if (along >= squared && squared <= std::numeric_limits<double>::max())
         return x.distance(b);
+    if (!(along > kShare * squared) && !(along / squared > 0.0))  // also NaN
+        return ax.len();
     return std::fabs(ab.cross(ax)) / ab.len();
 }
 
