@@ -31,12 +31,11 @@ public:
             entries_.emplace(key, value);
             return;
         }
-        long const replaced = randomIndex(count);
         // By position in key order, so that equal histories give equal caches.
-        auto const victim = std::next(entries_.begin(), replaced);
-        Key const victimKey = victim->first;
-        entries_.emplace(key, value);
-        entries_.erase(victimKey);
+        auto entry = entries_.extract(std::next(entries_.begin(), randomIndex(count)));
+        entry.key() = key;
+        entry.mapped() = value;
+        entries_.insert(std::move(entry));
     }
 
     std::size_t size() const { return entries_.size(); }
