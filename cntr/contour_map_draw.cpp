@@ -7,6 +7,8 @@
 
 #include <qc/core/compare.h>
 
+#include <utility>
+
 namespace {
 
 std::vector<qcVector<2>> verticesOf(qcPolygon const& polygon)
@@ -38,9 +40,15 @@ qcContour::qcContour(qcPolygon const& polygon, unsigned long label)
 
 void qcContour::map(qcXform<2> const& xform, qcContour& result) const
 {
-    qcContour const mapped(qnInternal::mappedPoints(points_, xform), isClosed(), label_);
-    // The contour part alone, whatever `result` is.
-    result.qcContour::operator=(mapped);
+    auto mapped = qnInternal::mappedPoints(points_, xform);
+    bool const closed = isClosed();
+    // The contour part alone, whatever `result` is: as if a new contour were assigned to it.
+    result.dropCaches();
+    result.convexHull_ = Hull();
+    result.closed_ = closed;
+    result.label_ = label_;
+    result.cachedVectorSize_ = kCachedVectorSize;
+    result.points_ = std::move(mapped);
 }
 
 qcPolygon qcContour::polygon()

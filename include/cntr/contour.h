@@ -262,6 +262,8 @@ private:
         double residual = 0;
     };
 
+    static constexpr long kCachedVectorSize = 3;
+
     static qcPersistent* make();
     static qc_Instantiator sExemplar;
 
@@ -298,7 +300,7 @@ private:
     unsigned long label_;
     bool closed_;
     std::vector<qcVector<2>> points_;
-    long cachedVectorSize_ = 3;
+    long cachedVectorSize_ = kCachedVectorSize;
 
     mutable std::optional<qcVector<2>> meanPosition_;
     mutable std::optional<double> length_;
