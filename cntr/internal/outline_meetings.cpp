@@ -3,6 +3,8 @@
 
 #include "cntr/internal/edge_hits.h"
 
+#include <qc/core/internal/extremes.h>
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -60,21 +62,20 @@ private:
     {
         runs_ = BoxGroup();
         whole_ = noExtent();
-        Pair sum{};
-        Pair previous = pairOf(edgeStart(others_.points, others_.closed, begin_));
+        qcVector<2> from = edgeStart(others_.points, others_.closed, begin_);
         qcVector<2> const* to = &edgeEnd(others_.points, others_.closed, begin_);
+        Pair nothing = pairOf(from) * 0.0;
         for (std::size_t run = 0; begin_ + run * kRun < end_; ++run) {
-            Extent extent{previous, previous};
-            sum += previous;
-            for (std::size_t k = begin_ + run * kRun; k < endOf(run); ++k, ++to) {
-                previous = pairOf(*to);
-                sum += previous;
-                enclose(extent, {previous, previous});
-            }
+            std::size_t const count = endOf(run) - (begin_ + run * kRun);
+            Extremes const ends = extremesFrom(from, to, count);
+            nothing *= ends.nothing;
+            Extent const extent{ends.low, ends.high};
             runs_.set(run, extent.box());
             enclose(whole_, extent);
+            to += count;
+            from = to[-1];
         }
-        return sum[0] - sum[0] == 0 && sum[1] - sum[1] == 0;
+        return nothing[0] == 0 && nothing[1] == 0;
     }
 
     std::size_t endOf(std::size_t run) const { return std::min(begin_ + (run + 1) * kRun, end_); }
