@@ -34,7 +34,8 @@ double shortenedSquare(double length, double other)
 /// How many entries for each edge the slabs may hold beyond one.
 constexpr double kSpareEntries = 1.25;
 
-/// Vertical slabs take a point slightly longer; they pay where lines meet that many times fewer edges.
+/// Vertical slabs take a point slightly longer; they pay where lines meet that many times fewer edges
+/// (bench/containment_bench.cpp, the longest border).
 constexpr double kFewer = 1.5;
 
 /// With so many edges in a slab on average, sorting them pays (bench/containment_bench.cpp, the comb).
