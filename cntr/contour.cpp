@@ -136,10 +136,18 @@ void qcContour::dropCaches() noexcept
     encloseCircles_ = {};
     fitEllipse_.reset();
     convexHull_.valid = false;
+    containmentQueries_ = 0;
+    // Few points seldom have any of these.
+    if (edgeData_ || edgeIndex_ || slabIndex_ || encloseRectCache_ || extremalVertexCache_ ||
+        vertexIndexCache_)
+        dropIndexes();
+}
+
+void qcContour::dropIndexes() noexcept
+{
     edgeData_.reset();
     edgeIndex_.reset();
     slabIndex_.reset();
-    containmentQueries_ = 0;
     encloseRectCache_.reset();
     extremalVertexCache_.reset();
     vertexIndexCache_.reset();

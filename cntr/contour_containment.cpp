@@ -41,7 +41,7 @@ std::optional<qnInternal::ParityReach> qcContour::parityReach() const
     if (points_.size() < 3 || !bounds().finite)
         return std::nullopt;
     qnInternal::Box const box{bounds().min, bounds().max};
-    double const radius = encloseCircle(qcContourDefs::eFromFirstPoint).radius();
+    double const radius = circle(qcContourDefs::eFromFirstPoint).radius;
     qnInternal::ParityReach const reach(box, points_.size(), points_.front(), radius);
     return reach.certain() ? std::optional(reach) : std::nullopt;
 }

@@ -35,6 +35,12 @@ qnInternal::PointBox extentOf(std::vector<qcVector<2>> const& points,
                                      : qnInternal::boxOfPoints(points);
 }
 
+qnInternal::FarthestPair farthestOfMany(std::vector<qcVector<2>> const& points,
+                                        qnInternal::EdgeIndex const* index)
+{
+    return index ? qnInternal::farthestPair(points, *index) : qnInternal::farthestPair(points);
+}
+
 }  // namespace
 
 qcContour::Bounds const& qcContour::bounds() const
@@ -57,27 +63,32 @@ qcRect qcContour::encloseRect(qcXform<2> const& xform) const
     return qnInternal::cachedRect(encloseRectCache_, xform, cachedVectorSize_, compute, [] {});
 }
 
-qcCircle qcContour::encloseCircle(qcContourDefs::DiameterMode mode) const
+qcContour::Circle const& qcContour::circle(qcContourDefs::DiameterMode mode) const
 {
     if (mode != qcContourDefs::eFarthestPair && mode != qcContourDefs::eFromFirstPoint)
         throw qcContourDefs::BadParams(L"diameterMode is not one of the valid enums");
     auto& circle = encloseCircles_[static_cast<std::size_t>(mode)];
     if (!circle)
         circle = mode == qcContourDefs::eFarthestPair ? farthestPairCircle() : firstPointCircle();
-    return qcCircle(circle->center, circle->radius);
+    return *circle;
+}
+
+qcCircle qcContour::encloseCircle(qcContourDefs::DiameterMode mode) const
+{
+    Circle const& kept = circle(mode);
+    return qcCircle(kept.center, kept.radius);
 }
 
 double qcContour::diameter(qcContourDefs::DiameterMode mode) const
 {
-    return 2.0 * encloseCircle(mode).radius();
+    return 2.0 * circle(mode).radius;
 }
 
 qcContour::Circle qcContour::farthestPairCircle() const
 {
-    bool const many = points_.size() > qnInternal::kMaxPlainEdges;  // few spare even the call
-    auto const index = many ? edgeIndexInAnyOrder() : nullptr;
-    auto const pair =
-        index ? qnInternal::farthestPair(points_, *index) : qnInternal::farthestPair(points_);
+    auto const pair = points_.size() <= qnInternal::kMaxPlainEdges
+                          ? qnInternal::farthestPair(points_)
+                          : farthestOfMany(points_, edgeIndexInAnyOrder().get());
     Circle circle;
     if (pair.distance > 0)
         circle = {(points_[pair.first] + points_[pair.second]) * 0.5, pair.distance * 0.5};

@@ -26,7 +26,7 @@ std::optional<qcVector<2>> qcRegion::containmentRay(qcVector<2> const& point,
                                : qnInternal::rayDirection(points(), point);
     if (!direction)
         return std::nullopt;
-    return *direction * (2 * encloseCircle(qcContourDefs::eFromFirstPoint).radius());
+    return *direction * (2 * circle(qcContourDefs::eFromFirstPoint).radius);
 }
 
 long qcRegion::insideCount(qcVector<2> const& point) const

@@ -268,8 +268,10 @@ private:
     static qc_Instantiator sExemplar;
 
     void dropCaches() noexcept;
+    CNTR_HIDDEN void dropIndexes() noexcept;
     void serializeLegacy(qcArchive& archive);
     CNTR_HIDDEN Bounds const& bounds() const;
+    CNTR_HIDDEN Circle const& circle(qcContourDefs::DiameterMode mode) const;
     Circle farthestPairCircle() const;
     Circle firstPointCircle() const;
     CNTR_HIDDEN bool anyEdgeMeetsAnother() const;
