@@ -125,7 +125,8 @@ void parity_loop(benchmark::State& state)
 {
     auto const& given = star(state);
     Containment const known(given.outline);
-    ParityReach const reach(known.box, given.outline.size(), given.outline.front(), known.radius);
+    ParityReach const reach(known.box, given.outline.size(), given.outline.front(),
+                            {known.radius, known.radius});
     rotate(state, [&](std::size_t i) {
         return insideByAllEdges(given.outline, given.longSegments[i][0], reach);
     });
@@ -136,7 +137,8 @@ void slabs_built(benchmark::State& state)
 {
     auto const& given = star(state);
     Containment const known(given.outline);
-    ParityReach const reach(known.box, given.outline.size(), given.outline.front(), known.radius);
+    ParityReach const reach(known.box, given.outline.size(), given.outline.front(),
+                            {known.radius, known.radius});
     for (auto _ : state)
         benchmark::DoNotOptimize(
             SlabIndex(given.outline, known.box, reach).inside(given.outline, known.box.min));
@@ -147,7 +149,8 @@ void slabs_asked(benchmark::State& state)
 {
     auto const& given = star(state);
     Containment const known(given.outline);
-    ParityReach const reach(known.box, given.outline.size(), given.outline.front(), known.radius);
+    ParityReach const reach(known.box, given.outline.size(), given.outline.front(),
+                            {known.radius, known.radius});
     SlabIndex const slabs(given.outline, known.box, reach);
     rotate(state,
            [&](std::size_t i) { return slabs.inside(given.outline, given.longSegments[i][0]); });

@@ -20,7 +20,7 @@ std::optional<bool> qcContour::certainlyInside(qcVector<2> const& point) const
     if (!qnInternal::holds({bounds().min, bounds().max}, point))
         return false;
     if (!slabIndex_) {
-        auto const reach = parityReach();
+        auto const reach = parityReachAt(point);
         if (!reach)
             return std::nullopt;
         if (++containmentQueries_ <= kQueriesWithoutSlabs)
@@ -38,10 +38,27 @@ bool qcContour::surelyWound(qcVector<2> const& point) const
 
 std::optional<qnInternal::ParityReach> qcContour::parityReach() const
 {
+    double const radius = circle(qcContourDefs::eFromFirstPoint).radius;
+    return parityReach({radius, radius});
+}
+
+std::optional<qnInternal::ParityReach> qcContour::parityReachAt(qcVector<2> const& point) const
+{
+    // The box alone mostly says enough; that spares a first question the circle.
+    if (!points_.empty() && !encloseCircles_[qcContourDefs::eFromFirstPoint])
+        if (auto reach = parityReach(
+                qnInternal::radiusWithin({bounds().min, bounds().max}, points_.front()));
+            reach && reach->rayLeavesOutline(point))
+            return reach;
+    return parityReach();
+}
+
+std::optional<qnInternal::ParityReach>
+qcContour::parityReach(qnInternal::RadiusBounds const& radius) const
+{
     if (points_.size() < 3 || !bounds().finite)
         return std::nullopt;
     qnInternal::Box const box{bounds().min, bounds().max};
-    double const radius = circle(qcContourDefs::eFromFirstPoint).radius;
     qnInternal::ParityReach const reach(box, points_.size(), points_.front(), radius);
     return reach.certain() ? std::optional(reach) : std::nullopt;
 }

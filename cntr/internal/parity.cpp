@@ -109,23 +109,32 @@ void sortEdges(std::vector<EdgeFromLeft>& edges)
 
 }  // namespace
 
+RadiusBounds radiusWithin(Box const& box, qcVector<2> const& firstVertex)
+{
+    // There is a vertex on each side of the box.
+    double const dx = std::max(firstVertex.x() - box.min.x(), box.max.x() - firstVertex.x());
+    double const dy = std::max(firstVertex.y() - box.min.y(), box.max.y() - firstVertex.y());
+    return {std::max(dx, dy), dx + dy};
+}
+
 ParityReach::ParityReach(Box const& box, std::size_t vertexCount, qcVector<2> const& firstVertex,
-                         double radius)
+                         RadiusBounds const& radius)
     : box_(box), toVertex_(0), toEdge_(4 * kOnSegment), toCrossing_(0), firstVertex_(firstVertex),
       squaredRadius_(0), squaredRay_(0)
 {
     double const extent = (box.max - box.min).len();
-    double const sine = std::sin(qnAngle::kPi / (2 * static_cast<double>(vertexCount)));
+    double const angle = qnAngle::kPi / (2 * static_cast<double>(vertexCount));
+    double const sine = angle * (1 - angle * angle * (1.0 / 6));  // the sine is a little more
     double const rounding =
-        32 * std::numeric_limits<double>::epsilon() * (largestCoordinate(box) + 2 * radius);
+        32 * std::numeric_limits<double>::epsilon() * (largestCoordinate(box) + 2 * radius.most);
     // The rounding of the ray's end turns the ray, by no more than half of half a gap.
-    double const turn = rounding / (2 * radius);
+    double const turn = rounding / (2 * radius.least);
     toCrossing_ = toEdge_ + 2 * rounding / sine;
     double const toRay = std::max(kRoom * kOnSegment, kRoom * kParallelSine * extent / 2);
     toVertex_ = std::max(toRay / (sine - turn), toCrossing_);
     double const beyond = 16 * kOnSegment + toCrossing_;
-    squaredRadius_ = shortenedSquare(radius, beyond);
-    squaredRay_ = shortenedSquare(2 * radius, beyond);
+    squaredRadius_ = shortenedSquare(radius.least, beyond);
+    squaredRay_ = shortenedSquare(2 * radius.least, beyond);
     certain_ = vertexCount >= 3 && largestCoordinate(box) <= kLargestCertain && turn <= sine / 2;
 }
 

@@ -32,13 +32,22 @@
 
 namespace qnInternal {
 
+/// How far the vertex is that is farthest from the first one.
+struct RadiusBounds {
+    double least;
+    double most;
+};
+
+/// What the box of the vertices says about it. The least may be too large by some ulps.
+RadiusBounds radiusWithin(Box const& box, qcVector<2> const& firstVertex);
+
 /// What must hold around a point for the parity to be certain. All coordinates are finite.
 class ParityReach {
 public:
     /// `box` bounds the `vertexCount` vertices, which lie within `radius` of the first one; the
     /// containment ray is twice as long.
     ParityReach(Box const& box, std::size_t vertexCount, qcVector<2> const& firstVertex,
-                double radius);
+                RadiusBounds const& radius);
 
     /// Whether any point has an answer here. If not, the coordinates are too large, perhaps even for
     /// the arithmetic of the slabs.

@@ -33,6 +33,7 @@ class ParityReach;
 class SlabIndex;
 struct Box;
 struct EdgeHit;
+struct RadiusBounds;
 }  // namespace qnInternal
 
 /// An ordered list of points, joined by straight edges, open or closed, with a label of the caller.
@@ -294,9 +295,17 @@ private:
 
     // Whether containment rays from a point are sure to meet the outline, taken as closed.
     CNTR_HIDDEN bool surelyWound(qcVector<2> const& point) const;
+
+    // What must hold around points that are certain, nothing where none is. For one point alone it may
+    // say less than could be said.
     CNTR_HIDDEN std::optional<qnInternal::ParityReach> parityReach() const;
-    CNTR_HIDDEN qnInternal::SlabIndex const*
-    slabs() const;  // null where no point has an answer by them
+    CNTR_HIDDEN std::optional<qnInternal::ParityReach>
+    parityReachAt(qcVector<2> const& point) const;
+    CNTR_HIDDEN std::optional<qnInternal::ParityReach>
+    parityReach(qnInternal::RadiusBounds const& radius) const;
+
+    // Null where no point has an answer by them.
+    CNTR_HIDDEN qnInternal::SlabIndex const* slabs() const;
     qcPolygon toPolygon() const;
 
     unsigned long label_;

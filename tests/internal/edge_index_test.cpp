@@ -220,7 +220,7 @@ TEST(EdgeIndex, FarthestPairAndSelfCrossingAreThoseOfAllPairs)
 TEST(Parity, WhereItIsCertainTheRayAgrees)
 {
     std::mt19937 random(7);
-    int certain = 0, wound = 0, doubtful = 0, outsideAndBlocked = 0;
+    int certain = 0, roughlyCertain = 0, wound = 0, doubtful = 0, outsideAndBlocked = 0;
     forEachIndexed(24, rounds(1200), [&](Outline const& outline, EdgeIndex const& index) {
         if (outline.points.size() < 3)
             return;
@@ -228,7 +228,12 @@ TEST(Parity, WhereItIsCertainTheRayAgrees)
         double radius = 0;
         for (auto const& p : outline.points)
             radius = std::max(radius, outline.points.front().distance(p));
-        ParityReach const reach(box, outline.points.size(), outline.points.front(), radius);
+        ParityReach const reach(box, outline.points.size(), outline.points.front(),
+                                {radius, radius});
+        auto const rough = radiusWithin(box, outline.points.front());
+        EXPECT_LE(rough.least, radius * (1 + 1e-12));
+        EXPECT_GE(rough.most, radius * (1 - 1e-12));
+        ParityReach const roughReach(box, outline.points.size(), outline.points.front(), rough);
         SlabIndex slabs(outline.points, box, reach);
         SlabIndex const unsorted = slabs;
         if (slabs.pointsBeforeSorting())
@@ -249,6 +254,9 @@ TEST(Parity, WhereItIsCertainTheRayAgrees)
             auto const bySlab = slabs.inside(outline.points, place);
             EXPECT_EQ(unsorted.inside(outline.points, place), bySlab);
             EXPECT_TRUE(!byEdges || bySlab) << "a slab looks at fewer edges, so at fewer doubts";
+            auto const roughly = insideByAllEdges(outline.points, place, roughReach);
+            EXPECT_TRUE(!roughly || roughly == byEdges) << "less is certain without the circle";
+            roughlyCertain += roughly.has_value();
             if (slabs.surelyWound(outline.points, place)) {
                 ++wound;
                 doubtful += !bySlab;
@@ -262,6 +270,7 @@ TEST(Parity, WhereItIsCertainTheRayAgrees)
         }
     });
     EXPECT_GT(certain, 1000);
+    EXPECT_GT(roughlyCertain, 1000);
     EXPECT_GT(wound, 100);
     EXPECT_GT(outsideAndBlocked, 100);
     EXPECT_GT(doubtful, 100) << "less is needed to be sure of a crossing than of their number";
