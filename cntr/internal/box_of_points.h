@@ -23,7 +23,7 @@ PointBox boxOfPoints(std::vector<qcVector<2>> const& points);
 /// The same for finite points whose box is known but for the signs of its zeros.
 PointBox boxOfPoints(std::vector<qcVector<2>> const& points, Box const& known);
 
-/// The box of edges [begin, end) of an outline, by the same rule.
+/// The box of edges [begin, end) of an outline of finite points, but for the signs of its zeros.
 inline Box boxOfEdges(std::vector<qcVector<2>> const& points, bool closed, std::size_t begin,
                       std::size_t end)
 {

@@ -30,8 +30,8 @@ unsigned char EdgeWays::waysOf(EdgeIndex const& index, std::vector<qcVector<2>> 
     qcVector<2> const* to = &edgeEnd(points, index.closed(), index.leafBegin(leaf));
     for (std::size_t k = index.leafBegin(leaf); k < index.leafEnd(leaf); ++k) {
         Pair const point = pairOf(*to++);
-        lowStep = smaller(point - previous, lowStep);
-        highStep = larger(point - previous, highStep);
+        lowStep = smaller(lowStep, point - previous);
+        highStep = larger(highStep, point - previous);
         previous = point;
     }
     auto const inBoth = [](unsigned way) { return PairMask{way, way << kBitsOfX}; };

@@ -44,12 +44,12 @@ struct Extremes {
     bool areFinite() const { return nothing[0] == 0 && nothing[1] == 0; }
 };
 
-/// The extremes of `from` and of `count` points, which alone need be finite.
+/// The extremes of `from` and of `count` points, of which none is NaN: `nothing` tells, of the latter.
 inline Extremes extremesFrom(qcVector<2> const& from, qcVector<2> const* points, std::size_t count)
 {
     Extremes extremes(pairOf(from));
     for (std::size_t i = 0; i < count; ++i)
-        extremes.take(pairOf(points[i]));
+        extremes.takeNumbers(pairOf(points[i]));
     return extremes;
 }
 
@@ -73,7 +73,12 @@ inline Extremes extremesOf(std::vector<qcVector<2>> const& points)
     first.takeNumbers(second);
     third.takeNumbers(fourth);
     first.takeNumbers(third);
-    return first.areFinite() ? first : extremesFrom(points.front(), points.data(), points.size());
+    if (!first.areFinite()) {
+        first = Extremes(pairOf(points.front()));
+        for (auto const& point : points)
+            first.take(pairOf(point));
+    }
+    return first;
 }
 
 }  // namespace qnInternal
