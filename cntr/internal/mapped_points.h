@@ -11,10 +11,9 @@ namespace qnInternal {
 inline std::vector<qcVector<2>> mappedPoints(std::vector<qcVector<2>> const& points,
                                              qcXform<2> const& xform)
 {
-    std::vector<qcVector<2>> mapped;
-    mapped.reserve(points.size());
-    for (auto const& point : points)
-        mapped.push_back(xform * point);
+    auto mapped = points;  // then in place: takes half of the time of adding one by one
+    for (auto& point : mapped)
+        point = xform * point;
     return mapped;
 }
 
