@@ -41,7 +41,8 @@ public:
             for (std::size_t const i : near)
                 visit(numbers_[run.begin + i]);
         }
-        std::for_each(numbers_.begin() + static_cast<std::ptrdiff_t>(inRuns_), numbers_.end(), visit);
+        std::for_each(numbers_.begin() + static_cast<std::ptrdiff_t>(inRuns_), numbers_.end(),
+                      visit);
     }
 
 private:
