@@ -33,16 +33,27 @@ inline Pair pairOf(qcVector<2> const& point)
     return Pair{point.x(), point.y()};
 }
 
-/// The smaller of each two numbers, that of `b` where one is NaN.
+/// The smaller of each two numbers, that of `b` where one is NaN or both are 0.
 inline Pair smaller(Pair a, Pair b)
 {
+#ifdef __SSE2__
+    // One instruction, where the compiler makes up to three of the comparison.
+    return reinterpret_cast<Pair>(
+        _mm_min_pd(reinterpret_cast<__m128d>(a), reinterpret_cast<__m128d>(b)));
+#else
     return a < b ? a : b;
+#endif
 }
 
-/// The larger of each two numbers, that of `b` where one is NaN.
+/// The larger of each two numbers, that of `b` where one is NaN or both are 0.
 inline Pair larger(Pair a, Pair b)
 {
+#ifdef __SSE2__
+    return reinterpret_cast<Pair>(
+        _mm_max_pd(reinterpret_cast<__m128d>(a), reinterpret_cast<__m128d>(b)));
+#else
     return a > b ? a : b;
+#endif
 }
 
 /// The squares of the distances of two points from a place, each as x * x + y * y.
