@@ -49,7 +49,7 @@ long qcContour::closestVertexIndex(qcVector<2> const& point) const
     bool const many = edgeIndex_ || points_.size() > qnInternal::kMaxPlainVertices;
     auto const* const edges = many ? edgeIndex() : nullptr;
     if (edges && qnInternal::isRegularPoint(point))
-        return static_cast<long>(qnInternal::nearestVertex(*edges, points_, point).index);
+        return static_cast<long>(qnInternal::nearestVertex(*edges, points_, point));
     return static_cast<long>(qnInternal::nearestVertex(points_, point));
 }
 
@@ -61,7 +61,7 @@ qcVector<2> qcContour::closestPoint(qcVector<2> const& point, bool verticesOnly)
     bool const closed = isClosed();
     if (points_.size() > qnInternal::kMaxPlainEdges && qnInternal::isRegularPoint(point))
         if (auto const* const edges = edgeIndex()) {
-            auto const k = qnInternal::nearestEdge(*edges, points_, point).index;
+            auto const k = qnInternal::nearestEdge(*edges, points_, point);
             return nearestOnEdge(qnInternal::edgeStart(points_, closed, k),
                                  qnInternal::edgeEnd(points_, closed, k), point);
         }

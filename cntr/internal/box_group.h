@@ -22,13 +22,14 @@ inline bool edgeOverlaps(qcVector<2> const& from, qcVector<2> const& to, Box con
     return (bitsOf(high >= pairOf(box.min)) & ~bitsOf(low > pairOf(box.max))) == 3;
 }
 
-/// One number for each of eight boxes.
-using Eight = std::array<double, 8>;
+/// One number for each of eight boxes, aligned for a Pair of them to be read by the instruction that
+/// computes with it.
+struct alignas(16) Eight : std::array<double, 8> {};
 
 inline Pair pairAt(Eight const& numbers, std::size_t i)
 {
     Pair pair;
-    std::memcpy(&pair, &numbers[2 * i], sizeof pair);
+    std::memcpy(&pair, __builtin_assume_aligned(&numbers[2 * i], alignof(Eight)), sizeof pair);
     return pair;
 }
 

@@ -6,6 +6,7 @@
 #include <qc/core/internal/plane.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -17,26 +18,6 @@ namespace {
 
 /// Squares farther apart than this part of them have roots that differ.
 constexpr double kRootsAgree = 1e-14;
-
-/// Squares of the distances of boxes i and i + 1 from a point.
-Pair squaredBoxDistances(BoxGroup const& boxes, std::size_t i, qcVector<2> const& point)
-{
-    Pair const x = both(point.x());
-    Pair const y = both(point.y());
-    Pair const dx = larger(larger(pairAt(boxes.minX, i) - x, x - pairAt(boxes.maxX, i)), Pair{});
-    Pair const dy = larger(larger(pairAt(boxes.minY, i) - y, y - pairAt(boxes.maxY, i)), Pair{});
-    return dx * dx + dy * dy;
-}
-
-/// Square of the distance of the box of two points from a third one.
-double squaredBoxDistance(qcVector<2> const& a, qcVector<2> const& b, qcVector<2> const& point)
-{
-    Pair const p = pairOf(point);
-    Pair const d =
-        larger(larger(smaller(pairOf(a), pairOf(b)) - p, p - larger(pairOf(a), pairOf(b))), Pair{});
-    Pair const squares = d * d;
-    return squares[0] + squares[1];
-}
 
 /// The smallest squared distance of one of the points from `place`; infinite where none is finite.
 double leastSquaredDistance(qcVector<2> const* points, std::size_t count, qcVector<2> const& place)
@@ -57,81 +38,179 @@ double leastSquaredDistance(qcVector<2> const* points, std::size_t count, qcVect
     return least;
 }
 
-/// The search for the smallest (distance, index) in lexicographic order.
-class Search {
+/// Eight numbers in registers.
+using FourPairs = std::array<Pair, 4>;
+
+/// The smallest of eight numbers. Of places that hold NaN there are none before others.
+double smallest(FourPairs const& numbers)
+{
+    Pair const two = smaller(smaller(numbers[3], numbers[2]), smaller(numbers[1], numbers[0]));
+    return smaller(Pair{two[1], two[0]}, two)[0];
+}
+
+/// The edges of an outline, seen from a point.
+class Edges {
 public:
-    Search(EdgeIndex const& index, std::vector<qcVector<2>> const& points, qcVector<2> const& point)
-        : index_(index), points_(points), point_(point),
-          // The computed distance of an edge falls short of the true one by at most some ulps of the
-          // distance and of the edge's length (cancellation in its cross product).
-          shortfall_(1e-13 * (index.rootBox().max - index.rootBox().min).len())
+    Edges(EdgeIndex const& index, std::vector<qcVector<2>> const& points, qcVector<2> const& point)
+        : points_(points), point_(point), closed_(index.closed())
     {
     }
 
-    /// `look(leaf)` considers what lies in a leaf.
-    template <class Look>
-    Nearest run(Look const& look)
+    std::size_t count() const { return edgeCount(points_.size(), closed_); }
+
+    /// What the plain loop takes for the distance.
+    double distance(std::size_t k) const
     {
-        visit(index_.levelCount() - 1, 0, look);
-        return best_;
+        return segmentDistance(edgeStart(points_, closed_, k), edgeEnd(points_, closed_, k),
+                               point_);
     }
 
-    void lookAtEdges(std::size_t leaf)
+    /// Squares of the distances of the edges from `begin` on, up to some ulps of the distances and of
+    /// the lengths.
+    FourPairs squares(std::size_t begin) const
     {
-        std::size_t const end = index_.leafEnd(leaf);
-        for (std::size_t k = index_.leafBegin(leaf); k < end; ++k) {
-            qcVector<2> const& from = edgeStart(points_, index_.closed(), k);
-            qcVector<2> const& to = edgeEnd(points_, index_.closed(), k);
-            if (!(squaredBoxDistance(from, to, point_) > limit_))
-                consider(segmentDistance(from, to, point_), k);
+        FourPairs squares;
+        Pair from = pairOf(edgeStart(points_, closed_, begin));
+        qcVector<2> const* to = &edgeEnd(points_, closed_, begin);
+        for (Pair& two : squares) {
+            Pair const middle = pairOf(*to++);
+            Pair const end = pairOf(*to++);
+            two = squaresOfTwo(from, middle, end);
+            from = end;
         }
-    }
-
-    void lookAtVertices(std::size_t leaf)
-    {
-        std::size_t const begin = index_.leafBegin(leaf);
-        std::size_t const end = index_.verticesEnd(leaf);
-        double const least = leastSquaredDistance(points_.data() + begin, end - begin, point_);
-        if (least > limit_)
-            return;
-        for (std::size_t i = begin; i < end; ++i)
-            if (!(squaredDistance(i) > least * (1 + kRootsAgree)))
-                consider(point_.distance(points_[i]), i);
+        return squares;
     }
 
 private:
-    /// Beyond all squares of distances that are searched.
-    static constexpr double kFar = 1e308;
-
-    template <class Look>
-    void visit(std::size_t level, std::size_t number, Look const& look)
+    Pair squaresOfTwo(Pair from, Pair middle, Pair end) const
     {
-        Eight squares = taggedSquares(index_.group(level, number));
+        Pair const x = Pair{from[0], middle[0]};
+        Pair const y = Pair{from[1], middle[1]};
+        Pair const alongX = Pair{middle[0], end[0]} - x;
+        Pair const alongY = Pair{middle[1], end[1]} - y;
+        Pair const toX = point_.x() - x;
+        Pair const toY = point_.y() - y;
+        Pair const part = (toX * alongX + toY * alongY) / (alongX * alongX + alongY * alongY);
+        Pair const t = smaller(larger(part, Pair{}), both(1));  // 0 for the 0/0 of a single point
+        Pair const dx = toX - t * alongX;
+        Pair const dy = toY - t * alongY;
+        return dx * dx + dy * dy;
+    }
+
+    std::vector<qcVector<2>> const& points_;
+    qcVector<2> point_;
+    bool closed_;
+};
+
+/// The vertices of an outline, seen from a point.
+class Vertices {
+public:
+    Vertices(EdgeIndex const& /*index*/, std::vector<qcVector<2>> const& points,
+             qcVector<2> const& point)
+        : points_(points), point_(point)
+    {
+    }
+
+    std::size_t count() const { return points_.size(); }
+    double distance(std::size_t i) const { return point_.distance(points_[i]); }
+
+    FourPairs squares(std::size_t begin) const
+    {
+        FourPairs squares;
+        qcVector<2> const* at = points_.data() + begin;
+        for (Pair& two : squares) {
+            two = squaredDistances(at[0], at[1], point_);
+            at += 2;
+        }
+        return squares;
+    }
+
+private:
+    std::vector<qcVector<2>> const& points_;
+    qcVector<2> point_;
+};
+
+/// The search for the smallest (distance, index) in lexicographic order. Squares say which items are
+/// near; only those that may be the nearest are asked for their distance, at the end.
+template <class Items>
+class Search {
+public:
+    Search(EdgeIndex const& index, std::vector<qcVector<2>> const& points, qcVector<2> const& point)
+        : index_(index), items_(index, points, point), count_(items_.count()), x_(both(point.x())),
+          y_(both(point.y()))
+    {
+        qcVector<2> const extent = index.rootBox().max - index.rootBox().min;
+        slack_ = 1e-16 * (extent * extent);
+    }
+
+    std::size_t run()
+    {
+        if (count_ < kEight)
+            for (std::size_t i = 0; i < count_; ++i)
+                consider(i);
+        else
+            visitTop(index_.levelCount() - 1);
+        if (count_ > index_.leafCount() * kEight)  // there is a vertex behind the last edge
+            lookAtEight(count_ - kEight);
+        if (candidateCount_ > 1)
+            decide();
+        return candidates_[0];
+    }
+
+private:
+    static constexpr std::size_t kEight = EdgeIndex::kFan;
+
+    /// The top often holds two boxes only, which are cheaper to tell apart than eight.
+    void visitTop(std::size_t level)
+    {
+        if (level == 0 || index_.boxesIn(level, 0) != 2)
+            return visit(level, 0);
+        Pair const squares = squaredBoxDistances(index_.group(level, 0), 0);
+        std::size_t const nearer = squares[1] < squares[0] ? 1 : 0;
+        visit(level - 1, nearer);
+        if (squares[1 - nearer] <= limit_)
+            visit(level - 1, 1 - nearer);
+    }
+
+    void visit(std::size_t level, std::size_t number)
+    {
+        constexpr double kGone = std::numeric_limits<double>::infinity();
+        FourPairs squares = taggedSquares(index_.group(level, number));
         while (true) {
             double const least = smallest(squares);
-            if (least > limit_ || least >= kFar)
+            if (least > limit_)
                 return;
-            std::size_t const i = tagOf(least);
-            squares[i] = kFar;
-            std::size_t const node = number * EdgeIndex::kFan + i;
+            std::size_t const node = number * EdgeIndex::kFan + tagOf(least);
             if (level == 0)
-                look(index_.leafAt(node));
+                lookAtEight(std::min(index_.leafBegin(index_.leafAt(node)), count_ - kEight));
             else
-                visit(level - 1, node, look);
+                visit(level - 1, node);
+            // In registers: to write one number and read pairs would have to wait for memory.
+            for (Pair& two : squares)
+                two = larger(reinterpret_cast<Pair>((two == both(least)) &
+                                                    reinterpret_cast<PairMask>(both(kGone))),
+                             two);
         }
+    }
+
+    /// Squares of the distances of the boxes 2 i and 2 i + 1; infinite where there is none.
+    Pair squaredBoxDistances(BoxGroup const& boxes, std::size_t i) const
+    {
+        Pair const x = smaller(larger(x_, pairAt(boxes.minX, i)), pairAt(boxes.maxX, i));
+        Pair const y = smaller(larger(y_, pairAt(boxes.minY, i)), pairAt(boxes.maxY, i));
+        return (x - x_) * (x - x_) + (y - y_) * (y - y_);
     }
 
     /// Squares of the distances of the boxes, each with its place in the last three bits: the least
     /// one then says by itself which box it is of. It loses a few ulps at most; squares that vanish gain
-    /// less than any that counts.
-    Eight taggedSquares(BoxGroup const& boxes) const
+    /// less than any that counts. Where there is no box it makes NaN of infinity.
+    FourPairs taggedSquares(BoxGroup const& boxes) const
     {
-        Eight squares;
+        FourPairs squares;
         PairMask tags{0, 1};
         for (std::size_t i = 0; i < 4; ++i, tags += PairMask{2, 2}) {
-            Pair const two = smaller(squaredBoxDistances(boxes, i, point_), both(kFar));
-            PairMask const bits = (reinterpret_cast<PairMask>(two) & ~PairMask{7, 7}) | tags;
-            std::memcpy(&squares[2 * i], &bits, sizeof bits);
+            auto const bits = reinterpret_cast<PairMask>(squaredBoxDistances(boxes, i));
+            squares[i] = reinterpret_cast<Pair>((bits & ~PairMask{7, 7}) | tags);
         }
         return squares;
     }
@@ -143,34 +222,58 @@ private:
         return bits & 7;
     }
 
-    static double smallest(Eight const& numbers)
+    void lookAtEight(std::size_t begin)
     {
-        Pair const two = smaller(smaller(pairAt(numbers, 0), pairAt(numbers, 1)),
-                                 smaller(pairAt(numbers, 2), pairAt(numbers, 3)));
-        return std::min(two[0], two[1]);
+        FourPairs const squares = items_.squares(begin);
+        double const least = smallest(squares);
+        if (least > limit_)
+            return;
+        // Distances and roots of squares are right to 1e-13 of themselves and of the outline's extent,
+        // so that others this little farther may be as near.
+        double const limit = least * (1 + 1e-9) + slack_;
+        if (limit < least_)
+            candidateCount_ = 0;
+        least_ = std::min(least, least_);
+        limit_ = std::min(limit, limit_);
+        forEachBit(eightBits([&](std::size_t i) { return squares[i] <= both(limit_); }),
+                   [&](std::size_t i) { consider(begin + i); });
     }
 
-    double squaredDistance(std::size_t vertex) const
+    void consider(std::size_t item)
     {
-        qcVector<2> const d = point_ - points_[vertex];
-        return d * d;
+        if (candidateCount_ == candidates_.size())
+            decide();
+        candidates_[candidateCount_++] = item;
     }
 
-    void consider(double distance, std::size_t index)
+    /// Leaves the nearest of the candidates, the first on a tie.
+    [[gnu::noinline]] void decide()
     {
-        if (distance < best_.distance || (distance == best_.distance && index < best_.index)) {
-            best_ = {distance, index};
-            double const reach = distance * (1 + 1e-13) + shortfall_;
-            limit_ = reach * reach;
+        std::size_t nearest = candidates_[0];
+        double least = items_.distance(nearest);
+        for (std::size_t i = 1; i < candidateCount_; ++i) {
+            std::size_t const item = candidates_[i];
+            double const distance = items_.distance(item);
+            if (distance < least || (distance == least && item < nearest)) {
+                nearest = item;
+                least = distance;
+            }
         }
+        candidates_[0] = nearest;
+        candidateCount_ = 1;
     }
 
     EdgeIndex const& index_;
-    std::vector<qcVector<2>> const& points_;
-    qcVector<2> point_;
-    double shortfall_;
-    Nearest best_{std::numeric_limits<double>::infinity(), 0};
-    double limit_ = std::numeric_limits<double>::infinity();
+    Items items_;
+    std::size_t count_;
+    Pair x_;
+    Pair y_;
+    double slack_;
+    double least_ = std::numeric_limits<double>::max();  // square of a distance
+    double limit_ =
+        std::numeric_limits<double>::max();  // what is farther than its root is not nearest
+    std::size_t candidateCount_ = 0;
+    std::array<std::size_t, 16> candidates_;
 };
 
 /// Below this the vertices are looked at one by one: points that were just copied, as those of a new
@@ -211,18 +314,16 @@ std::size_t nearestVertex(std::vector<qcVector<2>> const& points, qcVector<2> co
     }
 }
 
-Nearest nearestEdge(EdgeIndex const& index, std::vector<qcVector<2>> const& points,
-                    qcVector<2> const& point)
+std::size_t nearestEdge(EdgeIndex const& index, std::vector<qcVector<2>> const& points,
+                        qcVector<2> const& point)
 {
-    Search search(index, points, point);
-    return search.run([&](std::size_t leaf) { search.lookAtEdges(leaf); });
+    return Search<Edges>(index, points, point).run();
 }
 
-Nearest nearestVertex(EdgeIndex const& index, std::vector<qcVector<2>> const& points,
-                      qcVector<2> const& point)
+std::size_t nearestVertex(EdgeIndex const& index, std::vector<qcVector<2>> const& points,
+                          qcVector<2> const& point)
 {
-    Search search(index, points, point);
-    return search.run([&](std::size_t leaf) { search.lookAtVertices(leaf); });
+    return Search<Vertices>(index, points, point).run();
 }
 
 bool isRegularPoint(qcVector<2> const& point)

@@ -6,21 +6,14 @@
 #include <qc/core/vector.h>
 
 #include <cstddef>
-#include <optional>
 #include <vector>
 
 namespace qnInternal {
 
-/// The nearest item and its distance.
-struct Nearest {
-    double distance;
-    std::size_t index;
-};
-
 /// The edge with the smallest distance to `point`, the first on a tie: what the plain loop over
 /// all edges finds. `index` is regular and `point` within its bounds.
-Nearest nearestEdge(EdgeIndex const& index, std::vector<qcVector<2>> const& points,
-                    qcVector<2> const& point);
+std::size_t nearestEdge(EdgeIndex const& index, std::vector<qcVector<2>> const& points,
+                        qcVector<2> const& point);
 
 /// Up to here the loop over all vertices is faster than making an index, and nearly as fast as one
 /// that is there (bench/nearest_bench.cpp).
@@ -30,8 +23,8 @@ inline constexpr std::size_t kMaxPlainVertices = 128;
 std::size_t nearestVertex(std::vector<qcVector<2>> const& points, qcVector<2> const& point);
 
 /// The same through an index, as nearestEdge().
-Nearest nearestVertex(EdgeIndex const& index, std::vector<qcVector<2>> const& points,
-                      qcVector<2> const& point);
+std::size_t nearestVertex(EdgeIndex const& index, std::vector<qcVector<2>> const& points,
+                          qcVector<2> const& point);
 
 /// Whether distances from `point` can be bounded as nearestEdge() does.
 bool isRegularPoint(qcVector<2> const& point);

@@ -140,7 +140,7 @@ std::optional<qcVector<2>> rayDirection(std::vector<qcVector<2>> const& outline,
                                         EdgeIndex const& index, qcVector<2> const& point,
                                         RaySight& sight)
 {
-    if (!(nearestVertex(index, outline, point).distance > kOnSegment))
+    if (!(point.distance(outline[nearestVertex(index, outline, point)]) > kOnSegment))
         return std::nullopt;
     constexpr double kTurn = 2 * qnAngle::kPi;
     double const wide = wideEnough(outline.size());

@@ -93,9 +93,8 @@ TEST(EdgeIndex, NearestIsThatOfAllEdgesAndVertices)
                 std::min_element(edges.begin(), edges.end(), [&](auto const& a, auto const& b) {
                     return a.distToPoint(place) < b.distToPoint(place);
                 });
-            EXPECT_EQ(edges.begin() + long(nearestEdge(index, outline.points, place).index),
-                      nearest);
-            EXPECT_EQ(long(nearestVertex(index, outline.points, place).index),
+            EXPECT_EQ(edges.begin() + long(nearestEdge(index, outline.points, place)), nearest);
+            EXPECT_EQ(long(nearestVertex(index, outline.points, place)),
                       qnPlain::Contour(outline.points).closestVertexIndex(place));
         }
     });
