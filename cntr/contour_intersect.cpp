@@ -32,10 +32,10 @@ std::vector<qcVector<2>> pointsOf(std::vector<EdgeHit> const& hits)
     return points;
 }
 
-/// EdgeIndex::anyEdgeNear() for the edges that are not wholly on one side of a segment.
-template <class Accepts>
-bool anyEdgeNear(qnInternal::SegmentReach const& reach, EdgeIndex const& index,
-                 std::vector<qcVector<2>> const& points, Accepts const& accepts)
+/// EdgeIndex::anyEdgeNear() for the edges that are within reach.
+template <class Reach, class Accepts>
+bool anyEdgeNear(Reach const& reach, EdgeIndex const& index, std::vector<qcVector<2>> const& points,
+                 Accepts const& accepts)
 {
     bool found = false;
     index.forEachLeaf([&](qnInternal::BoxGroup const& boxes) { return found ? 0 : reach(boxes); },
@@ -73,7 +73,7 @@ bool anyHit(HitQuery const& query, qnInternal::Outline const& outline, EdgeIndex
     if (qnInternal::isOblique(query, index->scale()))
         return anyEdgeNear(qnInternal::SegmentReach(query, index->scale()), *index, points,
                            isAccepted);
-    return index->anyEdgeNear(qnInternal::TwiceBox(query.box()), isAccepted);
+    return anyEdgeNear(qnInternal::BoxReach(query.box()), *index, points, isAccepted);
 }
 
 }  // namespace
@@ -113,7 +113,8 @@ void qcContour::findHits(HitQuery const& query, std::vector<EdgeHit>& found) con
 {
     constexpr std::size_t kMostlyEnough = 16;
     found.clear();
-    if (!overlap({bounds().min, bounds().max}, query.box()))
+    Bounds const& all = bounds();
+    if (!overlap({all.min, all.max}, query.box()))
         return;
     anyHit(query, {points_, isClosed()}, query.regular() ? edgeIndex() : nullptr,
            [&](qcVector<2> const& point, std::size_t k) {

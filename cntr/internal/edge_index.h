@@ -30,6 +30,35 @@ inline bool isOblique(HitQuery const& query, double scale)
     return std::min(std::fabs(d.x()), std::fabs(d.y())) * 64 > scale;
 }
 
+/// The part of the plane that a query segment can meet edges in: its box.
+class BoxReach {
+public:
+    explicit BoxReach(Box const& box) : box_(box), min_(pairOf(box.min)), max_(pairOf(box.max)) {}
+
+    unsigned operator()(BoxGroup const& boxes) const { return boxes.overlapping(box_); }
+
+    /// Bits of the edges, up to eight, from `start` to the first of `count` ends, from there to the next
+    /// and so on: of those whose boxes share a point with the box.
+    unsigned edges(qcVector<2> const& start, qcVector<2> const* ends, std::size_t count) const
+    {
+        unsigned near = 0;
+        Pair from = pairOf(start);
+        for (std::size_t i = 0; i < count; ++i) {
+            Pair const to = pairOf(ends[i]);
+            unsigned const inBoth =
+                bitsOf((larger(to, from) >= min_) & (smaller(to, from) <= max_));
+            near |= static_cast<unsigned>(inBoth == 3) << i;
+            from = to;
+        }
+        return near;
+    }
+
+private:
+    TwiceBox box_;
+    Pair min_;
+    Pair max_;
+};
+
 /// The part of the plane that an oblique query segment can meet edges in: sharper than its box.
 class SegmentReach {
 public:
@@ -48,8 +77,8 @@ public:
         return near == 0 ? near : near & ~boxesOnOneSide(boxes);
     }
 
-    /// Bits of the edges, up to eight, from `start` to the first of `count` ends, from there to the next
-    /// and so on. Leaves out edges only where both ends are clear of the segment's line on one side.
+    /// Bits of edges, as BoxReach::edges(). Leaves out those only where both ends are clear of the
+    /// segment's line on one side.
     unsigned edges(qcVector<2> const& start, qcVector<2> const* ends, std::size_t count) const;
 
 private:
