@@ -65,25 +65,35 @@ public:
     template <class Touches, class Visit>
     void forEachBox(Touches const& touches, Visit const& visit) const
     {
-        descend(levelCount_ - 1, 0, touches, visit);
+        struct Left {
+            unsigned bits;
+            std::size_t first;
+        };
+        std::array<Left, kMostLevels> left;  // by level: the boxes still to go on with
+        std::size_t level = levelCount_ - 1;
+        std::size_t number = 0;
+        if (level > 0 && boxCount_[level] == 2)  // to ask both is as quick as to ask about them
+            left[level--] = {2, 0};
+        while (true) {
+            BoxGroup const& boxes = group(level, number);
+            std::size_t first = number * kFan;
+            unsigned bits = touches(boxes) & ((1U << boxesIn(level, number)) - 1);
+            if (level == 0) {
+                forEachBit(bits, [&](std::size_t i) { visit(first + i, boxes.box(i)); });
+                bits = 0;
+            }
+            while (bits == 0) {
+                if (++level == levelCount_)
+                    return;
+                bits = left[level].bits;
+                first = left[level].first;
+            }
+            number = first + static_cast<std::size_t>(__builtin_ctz(bits));
+            left[level--] = {bits & (bits - 1), first};
+        }
     }
 
 private:
-    template <class Touches, class Visit>
-    void descend(std::size_t level, std::size_t number, Touches const& touches,
-                 Visit const& visit) const
-    {
-        unsigned const all = (1U << boxesIn(level, number)) - 1;
-        BoxGroup const& boxes = group(level, number);
-        forEachBit(touches(boxes) & all, [&](std::size_t i) {
-            std::size_t const node = number * kFan + i;
-            if (level == 0)
-                visit(node, boxes.box(i));
-            else
-                descend(level - 1, node, touches, visit);
-        });
-    }
-
     std::size_t levelCount_ = 1;
     std::array<std::size_t, kMostLevels> boxCount_{};
     std::array<std::size_t, kMostLevels> groupBegin_{};  // both by level

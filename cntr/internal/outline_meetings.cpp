@@ -80,7 +80,8 @@ private:
 
     std::size_t endOf(std::size_t run) const { return std::min(begin_ + (run + 1) * kRun, end_); }
 
-    void lookAtLeaves()
+    /// Not inlined: the loop over the runs would lose its registers.
+    [[gnu::noinline]] void lookAtLeaves()
     {
         TwiceBox const whole(whole_.box());
         index_->forEachLeaf([&](BoxGroup const& boxes) { return boxes.overlapping(whole); },
