@@ -23,11 +23,16 @@ namespace qnInternal {
 inline constexpr std::size_t kMaxPlainEdges = 32;
 
 /// Whether a query segment is so long and oblique that its box alone would let much through. `scale`
-/// bounds the coordinates of the edges.
+/// bounds the coordinates of the edges. A long one is soon worth more than its box, since many short
+/// edges lie along it (bench/crossings_bench.cpp, long and short segments).
 inline bool isOblique(HitQuery const& query, double scale)
 {
+    constexpr double kShort = 1.0 / 64;
+    constexpr double kStraight = 1.0 / 4096;
     qcVector<2> const d = query.b() - query.a();
-    return std::min(std::fabs(d.x()), std::fabs(d.y())) * 64 > scale;
+    double const x = std::fabs(d.x());
+    double const y = std::fabs(d.y());
+    return std::max(x, y) > kShort * scale && std::min(x, y) > kStraight * scale;
 }
 
 /// The part of the plane that a query segment can meet edges in: its box.
