@@ -160,6 +160,9 @@ public:
 private:
     static constexpr std::size_t kEight = EdgeIndex::kFan;
 
+    /// Far below the slack of any regular outline of some extent.
+    static constexpr double kVanishing = 1e-300;
+
     /// The top often holds two boxes only, which are cheaper to tell apart than eight.
     void visitTop(std::size_t level)
     {
@@ -202,14 +205,16 @@ private:
     }
 
     /// Squares of the distances of the boxes, each with its place in the last three bits: the least
-    /// one then says by itself which box it is of. It loses a few ulps at most; squares that vanish gain
-    /// less than any that counts. Where there is no box it makes NaN of infinity.
+    /// one then says by itself which box it is of. It loses a few ulps at most; squares that vanish become
+    /// less than any that counts, but no subnormal numbers: a program may have them taken for 0, and thus
+    /// for each other. Where there is no box the place makes NaN of infinity.
     FourPairs taggedSquares(BoxGroup const& boxes) const
     {
         FourPairs squares;
         PairMask tags{0, 1};
         for (std::size_t i = 0; i < 4; ++i, tags += PairMask{2, 2}) {
-            auto const bits = reinterpret_cast<PairMask>(squaredBoxDistances(boxes, i));
+            auto const bits =
+                reinterpret_cast<PairMask>(larger(squaredBoxDistances(boxes, i), both(kVanishing)));
             squares[i] = reinterpret_cast<Pair>((bits & ~PairMask{7, 7}) | tags);
         }
         return squares;
