@@ -4,6 +4,7 @@
 #include "cntr/internal/edge_hits.h"
 #include "cntr/internal/edge_index.h"
 #include "cntr/internal/edge_walk.h"
+#include "cntr/internal/once_around.h"
 #include "cntr/internal/outline_meetings.h"
 #include "cntr/internal/self_crossing.h"
 #include "cntr/internal/tolerances.h"
@@ -18,6 +19,9 @@ using qnInternal::EdgeIndex;
 using qnInternal::HitQuery;
 
 namespace {
+
+/// Beyond so many points an index is nearly as quick to tell (bench/crossings_bench.cpp, self_crossing).
+constexpr std::size_t kMostAtAGlance = 2'000;
 
 /// Up to so many pairs of edges of two contours one after the other is tested sooner than their boxes
 /// are made (bench/crossings_bench.cpp).
@@ -186,6 +190,12 @@ bool qcContour::anyEdgeMeetsAnother() const
 {
     if (points_.size() < 2)
         return false;
+    if (points_.size() <= kMostAtAGlance) {
+        double const least = qnInternal::leastTriangleOnceAround(points_);
+        if (least > 0 && bounds().finite &&
+            qnInternal::keepsEdgesApart(least, {bounds().min, bounds().max}))
+            return false;
+    }
     bool const closed = isClosed();
     if (EdgeIndex const* const index = edgeIndex())
         return qnInternal::anyEdgeMeetsAnother(*index, points_, closed);
