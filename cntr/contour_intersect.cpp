@@ -38,8 +38,8 @@ std::vector<qcVector<2>> pointsOf(std::vector<EdgeHit> const& hits)
 
 /// EdgeIndex::anyEdgeNear() for the edges that are within reach.
 template <class Reach, class Accepts>
-bool anyEdgeNear(Reach const& reach, EdgeIndex const& index, std::vector<qcVector<2>> const& points,
-                 Accepts const& accepts)
+bool anyEdgeWithin(Reach const& reach, EdgeIndex const& index,
+                   std::vector<qcVector<2>> const& points, Accepts const& accepts)
 {
     bool found = false;
     index.forEachLeaf([&](qnInternal::BoxGroup const& boxes) { return found ? 0 : reach(boxes); },
@@ -75,9 +75,9 @@ bool anyHit(HitQuery const& query, qnInternal::Outline const& outline, EdgeIndex
         return false;
     }
     if (qnInternal::isOblique(query, index->scale()))
-        return anyEdgeNear(qnInternal::SegmentReach(query, index->scale()), *index, points,
-                           isAccepted);
-    return anyEdgeNear(qnInternal::BoxReach(query.box()), *index, points, isAccepted);
+        return anyEdgeWithin(qnInternal::SegmentReach(query, index->scale()), *index, points,
+                             isAccepted);
+    return anyEdgeWithin(qnInternal::BoxReach(query.box()), *index, points, isAccepted);
 }
 
 }  // namespace

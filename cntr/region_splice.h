@@ -2,7 +2,8 @@
 ///
 /// Spliced points are linked in a ring, not copied. Every edge is one of a region that was spliced, or
 /// a part of one, cut where others were spliced in: so those near another outline are found with the
-/// regions' own indexes and trees of the parts, and merging costs about what points and crossings do.
+/// regions' own indexes and trees of the parts. Merging costs about what points and crossings do, where the
+/// boxes of few edges overlap without their meeting.
 #pragma once
 
 #include "cntr/internal/growing_boxes.h"

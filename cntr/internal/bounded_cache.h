@@ -6,6 +6,7 @@
 #include <functional>
 #include <iterator>
 #include <map>
+#include <type_traits>
 #include <utility>
 
 namespace qnInternal {
@@ -31,6 +32,8 @@ public:
             entries_.emplace(key, value);
             return;
         }
+        static_assert(std::is_nothrow_copy_assignable_v<Key> &&
+                      std::is_nothrow_copy_assignable_v<Value>);
         // By position in key order, so that equal histories give equal caches.
         auto entry = entries_.extract(std::next(entries_.begin(), randomIndex(count)));
         entry.key() = key;

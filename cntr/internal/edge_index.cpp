@@ -93,19 +93,19 @@ void EdgeIndex::addLeaves(std::vector<qcVector<2>> const& points)
     // From the start of edge 0 on, the ends of the edges stand one behind the other.
     qcVector<2> from = edgeStart(points, closed_, 0);
     qcVector<2> const* to = closed_ ? points.data() : points.data() + 1;
-    Pair nothing = pairOf(from) * 0.0;  // of an open outline no edge ends there
+    Pair zeroIfFinite{};
     bool tooSmall = isTooSmall(from.x()) || isTooSmall(from.y());
     for (std::size_t leaf = 0; leaf < leafCount(); ++leaf) {
         std::size_t const count = leafEnd(leaf) - leafBegin(leaf);
         Extremes const run = extremesFrom(from, to, count);
-        nothing *= run.nothing;
+        zeroIfFinite *= run.zeroIfFinite;
         tooSmall = tooSmall || anyTooSmall(run, to, count);
         boxes_.lowest(leaf / kFan)
             .set(leaf % kFan, {{run.low[0], run.low[1]}, {run.high[0], run.high[1]}});
         to += count;
         from = to[-1];
     }
-    regular_ = !tooSmall && nothing[0] == 0 && nothing[1] == 0;
+    regular_ = !tooSmall && zeroIfFinite[0] == 0 && zeroIfFinite[1] == 0;
 }
 
 bool EdgeIndex::levelsOverlap() const

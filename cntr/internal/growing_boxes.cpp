@@ -6,7 +6,7 @@ namespace qnInternal {
 std::size_t GrowingBoxes::beginOfNextRun()
 {
     std::size_t begin = inRuns_;
-    while (!runs_.empty() && begin - runs_.back().begin <= numbers_.size() - begin) {
+    while (!runs_.empty() && begin - runs_.back().begin <= 2 * (numbers_.size() - begin)) {
         begin = runs_.back().begin;
         runs_.pop_back();
     }

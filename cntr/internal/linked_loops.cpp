@@ -1,6 +1,7 @@
 // Cutting and joining of loops as linked vertices.
 #include "cntr/internal/linked_loops.h"
 
+#include "cntr/internal/ring_order.h"
 #include "cntr/internal/tolerances.h"
 
 #include <cntr/contour_defs.h>
@@ -144,15 +145,44 @@ void LinkedLoops::remove(std::size_t place)
     order_.pop_back();
 }
 
-LinkedLoops::Pair LinkedLoops::firstShared(std::size_t loop) const
-{
-    std::size_t vertex = loops_[order_.front()].start;
-    while (true) {
-        if (auto const twin = firstTwin(vertex, loop))
-            return {vertex, *twin};
-        vertex = next_[vertex];
+/// The order of the vertices of the loop that others are joined to.
+class LinkedLoops::FirstLoop {
+public:
+    FirstLoop(std::size_t start, std::size_t count, std::vector<std::size_t> const& next)
+        : start_(start), ring_(count), numberOf_(next.size())
+    {
+        number(start, 0, count, next);
     }
-}
+
+    /// Whether one vertex comes before another from the start on.
+    bool isBefore(std::size_t vertex, std::size_t other) const
+    {
+        std::size_t const start = numberOf_[start_];
+        return ring_.way(start, numberOf_[vertex]) < ring_.way(start, numberOf_[other]);
+    }
+
+    /// Puts vertices that are linked from `first` on behind one of the loop, before a new start.
+    void join(std::size_t behind, std::size_t first, std::size_t count, std::size_t start,
+              std::vector<std::size_t> const& next)
+    {
+        std::size_t const begin = ring_.size();
+        ring_.insertBehind(numberOf_[behind], count);
+        number(first, begin, count, next);
+        start_ = start;
+    }
+
+private:
+    void number(std::size_t vertex, std::size_t begin, std::size_t count,
+                std::vector<std::size_t> const& next)
+    {
+        for (std::size_t i = 0; i < count; ++i, vertex = next[vertex])
+            numberOf_[vertex] = begin + i;
+    }
+
+    std::size_t start_;
+    RingOrder ring_;
+    std::vector<std::size_t> numberOf_;  // in the ring, by vertex
+};
 
 void LinkedLoops::joinToFirst()
 {
@@ -160,28 +190,38 @@ void LinkedLoops::joinToFirst()
     for (std::size_t place = 0; place < order_.size(); ++place)
         placeOf[order_[place]] = place;
     std::set<std::size_t> touching;  // places of loops that share a vertex with the first
+    std::vector<std::vector<std::size_t>> sharedWith(loops_.size());  // its vertices, by loop
     auto const touch = [&](std::size_t first, std::size_t count) {
         for (std::size_t i = 0; i < count; ++i, first = next_[first])
-            for (int const twin : twins_[first])
-                if (auto const at = placeOf[loopOf_[static_cast<std::size_t>(twin)]])
-                    touching.insert(at);
+            for (int const twin : twins_[first]) {
+                std::size_t const loop = loopOf_[static_cast<std::size_t>(twin)];
+                if (placeOf[loop] == 0)
+                    continue;
+                touching.insert(placeOf[loop]);
+                sharedWith[loop].push_back(first);
+            }
     };
     touch(loops_[order_.front()].start, loops_[order_.front()].size);
+    Loop& first = loops_[order_.front()];
+    FirstLoop order(first.start, first.size, next_);
+    auto const isBefore = [&](std::size_t a, std::size_t b) { return order.isBefore(a, b); };
     while (!touching.empty()) {
         std::size_t const place = *touching.begin();
         std::size_t const joined = order_[place];
-        Pair const at = firstShared(joined);
-        Loop& first = loops_[order_.front()];
+        auto const& shared = sharedWith[joined];
+        std::size_t const vertex = *std::min_element(shared.begin(), shared.end(), isBefore);
+        std::size_t const twin = *firstTwin(vertex, joined);
         std::size_t const count = loops_[joined].size;
-        std::size_t const beforeVertex = previous_[at.vertex];
-        std::size_t const beforeTwin = previous_[at.twin];
+        std::size_t const beforeVertex = previous_[vertex];
+        std::size_t const beforeTwin = previous_[twin];
         placeOf[joined] = 0;
         touching.erase(place);
-        touch(at.twin, count);
-        link(beforeVertex, at.twin);
-        link(beforeTwin, at.vertex);
-        relabel(at.twin, count, order_.front());
-        first = {at.vertex, first.size + count};
+        touch(twin, count);
+        link(beforeVertex, twin);
+        link(beforeTwin, vertex);
+        relabel(twin, count, order_.front());
+        order.join(beforeVertex, twin, count, vertex, next_);
+        first = {vertex, first.size + count};
         // The last loop takes the free place.
         std::size_t const last = order_.size() - 1;
         if (place != last) {

@@ -1,7 +1,7 @@
 /// A closed walk, cut into loops and joined again at vertices that lie on each other.
 ///
 /// The vertices stay where they are; only their neighbours change, so a cut costs the shorter of the
-/// two loops and a join no more than finding the place.
+/// two loops and a join the one that is joined.
 #pragma once
 
 #include "cntr/internal/vertex_grid.h"
@@ -47,12 +47,13 @@ private:
         std::size_t twin;
     };
 
+    class FirstLoop;  // the order of its vertices
+
     std::optional<Pair> doubleVertex(Loop const& loop) const;
     void cut(std::size_t place, Pair const& at);
     void relabel(std::size_t first, std::size_t count, std::size_t loop);
     std::optional<std::size_t> firstTwin(std::size_t vertex, std::size_t loop) const;
     std::size_t numberIn(Loop const& loop, std::size_t vertex) const;
-    Pair firstShared(std::size_t loop) const;
     void link(std::size_t from, std::size_t to);
 
     std::vector<qcVector<2>> const& walk_;

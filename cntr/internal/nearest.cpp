@@ -160,7 +160,7 @@ public:
 private:
     static constexpr std::size_t kEight = EdgeIndex::kFan;
 
-    /// Far below the slack of any regular outline of some extent.
+    /// Far below the slack of a regular outline of some extent: that is 1e-136 or more, the slack 1e-288.
     static constexpr double kVanishing = 1e-300;
 
     /// The top often holds two boxes only, which are cheaper to tell apart than eight.

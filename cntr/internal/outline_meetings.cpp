@@ -64,18 +64,18 @@ private:
         whole_ = noExtent();
         qcVector<2> from = edgeStart(others_.points, others_.closed, begin_);
         qcVector<2> const* to = &edgeEnd(others_.points, others_.closed, begin_);
-        Pair nothing = pairOf(from) * 0.0;
+        Pair zeroIfFinite{};
         for (std::size_t run = 0; begin_ + run * kRun < end_; ++run) {
             std::size_t const count = endOf(run) - (begin_ + run * kRun);
             Extremes const ends = extremesFrom(from, to, count);
-            nothing *= ends.nothing;
+            zeroIfFinite *= ends.zeroIfFinite;
             Extent const extent{ends.low, ends.high};
             runs_.set(run, extent.box());
             enclose(whole_, extent);
             to += count;
             from = to[-1];
         }
-        return nothing[0] == 0 && nothing[1] == 0;
+        return zeroIfFinite[0] == 0 && zeroIfFinite[1] == 0;
     }
 
     std::size_t endOf(std::size_t run) const { return std::min(begin_ + (run + 1) * kRun, end_); }

@@ -38,7 +38,8 @@ struct RadiusBounds {
     double most;
 };
 
-/// What the box of the vertices says about it. The least may be too large by some ulps.
+/// What the box of the vertices says about it. The least may be too large by some
+/// ulps, far less than what ParityReach keeps between the outline and the end of a ray.
 RadiusBounds radiusWithin(Box const& box, qcVector<2> const& firstVertex);
 
 /// What must hold around a point for the parity to be certain. All coordinates are finite.

@@ -3,14 +3,15 @@
 #pragma once
 
 #if defined(__GNUC__)
-#define CNTR_EXPORT __attribute__((visibility("default")))
-#define CNTR_HIDDEN __attribute__((visibility("hidden")))
+#define CNTR_VISIBILITY(which) __attribute__((visibility(which)))
 #else
-/// Makes a name visible outside the library.
-#define CNTR_EXPORT
-/// Keeps a private member of a visible class inside: the library then calls it directly.
-#define CNTR_HIDDEN
+#define CNTR_VISIBILITY(which)
 #endif
+
+/// Makes a name visible outside the library.
+#define CNTR_EXPORT CNTR_VISIBILITY("default")
+/// Keeps a private member of a visible class inside: the library then calls it directly.
+#define CNTR_HIDDEN CNTR_VISIBILITY("hidden")
 
 /// First number of the version; a change may break programs.
 #define CNTR_VERSION_MAJOR 0

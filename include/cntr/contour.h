@@ -189,7 +189,7 @@ public:
 
     /// Assigns to `result` this contour mapped by `xform`: mapped points, the same state and label,
     /// cachedVectorSize() 3. `result` may be this contour; of a derived object only the contour part
-    /// is set.
+    /// is set, and what a region computed of its former outline stays: map regions with qcRegion::map().
     void map(qcXform<2> const& xform, qcContour& result) const;
 
     /// The contour as a polygon; a closed one repeats its first point at the end. Without points the

@@ -14,7 +14,7 @@ namespace qnInternal {
 struct Extremes {
     Pair low;
     Pair high;
-    Pair nothing{};  // 0 times each point: NaN once one is not finite
+    Pair zeroIfFinite{};  // 0 times each point: NaN once one is not finite
 
     explicit Extremes(Pair first) : low(first), high(first) {}
 
@@ -23,7 +23,7 @@ struct Extremes {
     {
         low = smaller(point, low);
         high = larger(point, high);
-        nothing *= point;
+        zeroIfFinite *= point;
     }
 
     /// The same for a point without NaN; spares the processor two copies of it.
@@ -31,23 +31,24 @@ struct Extremes {
     {
         low = smaller(low, point);
         high = larger(high, point);
-        nothing *= point;
+        zeroIfFinite *= point;
     }
 
     void takeNumbers(Extremes const& later)
     {
         low = smaller(low, later.low);
         high = larger(high, later.high);
-        nothing *= later.nothing;
+        zeroIfFinite *= later.zeroIfFinite;
     }
 
-    bool areFinite() const { return nothing[0] == 0 && nothing[1] == 0; }
+    bool areFinite() const { return zeroIfFinite[0] == 0 && zeroIfFinite[1] == 0; }
 };
 
-/// The extremes of `from` and of `count` points, of which none is NaN: `nothing` tells, of the latter.
+/// The extremes of `from` and of `count` points, right where none is NaN, which they tell.
 inline Extremes extremesFrom(qcVector<2> const& from, qcVector<2> const* points, std::size_t count)
 {
     Extremes extremes(pairOf(from));
+    extremes.zeroIfFinite = pairOf(from) * 0.0;
     for (std::size_t i = 0; i < count; ++i)
         extremes.takeNumbers(pairOf(points[i]));
     return extremes;
