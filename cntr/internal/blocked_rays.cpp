@@ -22,6 +22,9 @@ constexpr double kNearest = 0.01;
 /// How far away edges are looked for, in units of how long they usually are.
 constexpr double kReach = 24;
 
+/// More edges are not looked at: some may be much shorter than usual.
+constexpr std::size_t kMostEdges = 512;
+
 }  // namespace
 
 bool BlockedRays::certainAt(qcVector<2> const& point)
@@ -41,17 +44,18 @@ double BlockedRays::blockedBelow(qcVector<2> const& point, double side, double h
     Box place = boxOf(point);
     enclose(place, point + qcVector<2>(side * reach, side * reach * highest));
     crossed_.clear();
+    std::size_t edges = 0;
     auto const addSlopes = [&](std::size_t k) {
         // Seen turned by half a turn where `side` is -1: the rays then go to the right as well.
         qcVector<2> const a = (edgeStart(outline_, true, k) - point) * side;
         qcVector<2> const b = (edgeEnd(outline_, true, k) - point) * side;
         qcVector<2> const along = b - a;
         double const cross = a.cross(along);
-        if (!(a.x() > 0 && b.x() > 0 && cross * cross > squaredGap * (along * along)))
-            return false;
-        double const one = a.y() / a.x(), other = b.y() / b.x();
-        crossed_.push_back({std::min(one, other) + kClear, std::max(one, other) - kClear});
-        return false;
+        if (a.x() > 0 && b.x() > 0 && cross * cross > squaredGap * (along * along)) {
+            double const one = a.y() / a.x(), other = b.y() / b.x();
+            crossed_.push_back({std::min(one, other) + kClear, std::max(one, other) - kClear});
+        }
+        return ++edges == kMostEdges;
     };
     index_.anyEdgeNear(TwiceBox(place), addSlopes);
     std::sort(crossed_.begin(), crossed_.end(),
