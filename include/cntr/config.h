@@ -3,6 +3,7 @@
 #pragma once
 
 #if defined(__GNUC__)
+/// Who sees a name: what the two below are made of.
 #define CNTR_VISIBILITY(which) __attribute__((visibility(which)))
 #else
 #define CNTR_VISIBILITY(which)
