@@ -2,11 +2,11 @@
 /// Export macro and version of the contour library.
 #pragma once
 
-#if defined(__GNUC__)
+#ifndef __GNUC__
 /// Who sees a name: what the two below are made of.
-#define CNTR_VISIBILITY(which) __attribute__((visibility(which)))
-#else
 #define CNTR_VISIBILITY(which)
+#else
+#define CNTR_VISIBILITY(which) __attribute__((visibility(which)))
 #endif
 
 /// Makes a name visible outside the library.
