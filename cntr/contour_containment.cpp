@@ -45,7 +45,7 @@ std::optional<qnInternal::ParityReach> qcContour::parityReach() const
 std::optional<qnInternal::ParityReach> qcContour::parityReachAt(qcVector<2> const& point) const
 {
     // The box alone mostly says enough; that spares a first question the circle.
-    if (!points_.empty() && !encloseCircles_[qcContourDefs::eFromFirstPoint])
+    if (!encloseCircles_[qcContourDefs::eFromFirstPoint])
         if (auto reach = parityReach(
                 qnInternal::radiusWithin({bounds().min, bounds().max}, points_.front()));
             reach && reach->rayLeavesOutline(point))

@@ -159,8 +159,8 @@ protected:
 
 private:
     friend class qcRegionSet;
-    class [[gnu::visibility("hidden")]] SplicedOutline;  // outlines that cross, joined into one
-    class FreeRays;  // which points have a ray that meets nothing
+    class CNTR_HIDDEN SplicedOutline;  // outlines that cross, joined into one
+    class FreeRays;                    // which points have a ray that meets nothing
 
     /// A result region, held for all copies; the handle stays beyond `valid` until it is replaced.
     struct Result {
