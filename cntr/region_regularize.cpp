@@ -3,6 +3,7 @@
 
 #include "cntr/internal/blocked_rays.h"
 #include "cntr/internal/boundary_walk.h"
+#include "cntr/internal/close_edge_lists.h"
 #include "cntr/internal/ray_direction.h"
 #include "cntr/internal/region_loops.h"
 #include "cntr/internal/tolerances.h"
@@ -122,9 +123,14 @@ bool qcRegion::facesOutside(long edge, double probe, FreeRays& rays) const
 
 std::vector<qcVector<2>> qcRegion::walkBoundary(long start) const
 {
+    qnInternal::CloseEdgeLists const closeEdges({points(), true}, edgeIndex());
     std::vector<qnInternal::EdgeHit> found;
-    auto const firstCrossing = [&](qcVector<2> const& from, qcVector<2> const& to) {
-        findHits(qnInternal::HitQuery(from, to, false), found);
+    auto const firstCrossing = [&](qcVector<2> const& from, qcVector<2> const& to, long edge) {
+        qnInternal::HitQuery const query(from, to, false);
+        if (closeEdges.known() && query.regular())
+            closeEdges.findHits(query, static_cast<std::size_t>(edge), found);
+        else
+            findHits(query, found);
         return found.empty() ? std::nullopt : std::optional(found.front());
     };
     auto walked = qnInternal::walkBoundary(points(), start, firstCrossing);

@@ -28,7 +28,8 @@ inline bool sameState(WalkState const& a, WalkState const& b)
 /// Takes one step: to the first crossing on the way, where the walk turns onto the crossed edge and
 /// reverses its direction, or else to the vertex ahead.
 ///
-/// `firstCrossing(from, to)` gives the first crossing of the outline strictly between two points.
+/// `firstCrossing(from, to, edge)` gives the first crossing of the outline strictly between two points
+/// on the way along an edge, numbered as that of a closed outline.
 template <class FirstCrossing>
 WalkState stepAlong(std::vector<qcVector<2>> const& outline, WalkState const& state,
                     FirstCrossing const& firstCrossing)
@@ -36,7 +37,7 @@ WalkState stepAlong(std::vector<qcVector<2>> const& outline, WalkState const& st
     auto const count = static_cast<long>(outline.size());
     long const ahead = state.forward ? state.next : (state.next + count - 1) % count;
     qcVector<2> const& target = outline[static_cast<std::size_t>(ahead)];
-    if (auto const hit = firstCrossing(state.point, target))
+    if (auto const hit = firstCrossing(state.point, target, state.next))
         return {hit->point, hit->edge, !state.forward};
     long const step = state.forward ? 1 : count - 1;
     return {target, (state.next + step) % count, state.forward};

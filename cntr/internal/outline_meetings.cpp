@@ -1,7 +1,10 @@
 // Stretches of one outline against leaves of the other's index, then edges against edges.
 #include "cntr/internal/outline_meetings.h"
 
+#include "cntr/internal/box_of_points.h"
+#include "cntr/internal/close_edges.h"
 #include "cntr/internal/edge_hits.h"
+#include "cntr/internal/tolerances.h"
 
 #include <qc/core/internal/extremes.h>
 
@@ -10,23 +13,79 @@
 #include <cstdint>
 #include <limits>
 #include <optional>
+#include <utility>
 
 namespace qnInternal {
 
 namespace {
+
+/// Beyond so many comparisons an edge, and so many more a meeting, boxes are of too little use
+/// (bench/crossings_bench.cpp, slanted).
+constexpr std::size_t kMostComparisons = 32;
+constexpr std::size_t kMoreAMeeting = 4;
+
+HitQuery queryOf(Outline const& others, std::size_t other)
+{
+    return {edgeStart(others.points, others.closed, other),
+            edgeEnd(others.points, others.closed, other), true};
+}
+
+std::optional<qcVector<2>> meetingPoint(Outline const& outline, std::size_t k,
+                                        HitQuery const& query)
+{
+    return query.meets(edgeStart(outline.points, outline.closed, k),
+                       edgeEnd(outline.points, outline.closed, k));
+}
+
+/// meetings() where boxes are of no use.
+std::vector<qcVector<2>> meetingsOfClosePairs(Outline const& outline, Outline const& others,
+                                              double scale)
+{
+    using Meeting = std::pair<std::size_t, EdgeHit>;  // with the other outline's edge
+    std::vector<Meeting> met;
+    anyClosePair(outline, others, scale, [&](std::size_t k, std::size_t other) {
+        if (auto const point = meetingPoint(outline, k, queryOf(others, other)))
+            met.push_back({other, {*point, static_cast<int>(k)}});
+        return false;
+    });
+    auto const key = [](Meeting const& meeting) {
+        return std::make_pair(meeting.first, meeting.second.edge);
+    };
+    std::sort(met.begin(), met.end(),
+              [&](Meeting const& a, Meeting const& b) { return key(a) < key(b); });
+    std::vector<qcVector<2>> found;
+    std::vector<EdgeHit> along;
+    for (std::size_t i = 0; i < met.size(); ++i) {
+        if (i == 0 || key(met[i - 1]) != key(met[i]))
+            along.push_back(met[i].second);
+        if (i + 1 < met.size() && met[i + 1].first == met[i].first)
+            continue;
+        queryOf(others, met[i].first).sortAlong(along);
+        for (auto const& hit : along)
+            found.push_back(hit.point);
+        along.clear();
+    }
+    return found;
+}
 
 class Search {
 public:
     Search(Outline const& outline, EdgeIndex const* index, Outline const& others)
         : outline_(outline), index_(index), others_(others)
     {
+        if (index)
+            mostComparisons_ = kMostComparisons * (outline.edges() + others.edges());
     }
 
-    std::vector<qcVector<2>> run()
+    /// Nothing where boxes leave too many pairs of edges, and another search is sure to do.
+    std::optional<std::vector<qcVector<2>>> run()
     {
         std::size_t const count = others_.edges();
-        for (std::size_t begin = 0; begin < count; begin += kStretch)
+        for (std::size_t begin = 0; begin < count; begin += kStretch) {
             lookAt(begin, std::min(begin + kStretch, count));
+            if (isHopeless())
+                return std::nullopt;
+        }
         return std::move(found_);
     }
 
@@ -34,6 +93,19 @@ private:
     // A bit of 64 for every edge of a stretch, a bit of 8 for every edge of a run.
     static constexpr std::size_t kRun = BoxGroup::kSize;
     static constexpr std::size_t kStretch = kRun * kRun;
+    static constexpr std::size_t kUnlimited = std::numeric_limits<std::size_t>::max() / 2;
+
+    /// Whether boxes leave too many pairs, and meetingsOfClosePairs() may be asked instead.
+    bool isHopeless()
+    {
+        if (comparisons_ <= mostComparisons_ + kMoreAMeeting * found_.size())
+            return false;
+        PointBox const all = boxOfPoints(others_.points);
+        if (all.finite && largestCoordinate(all.box) <= kLargestRegular)
+            return true;
+        mostComparisons_ = kUnlimited;
+        return false;
+    }
 
     /// Takes the meetings of the other outline's edges [begin, end).
     void lookAt(std::size_t begin, std::size_t end)
@@ -93,6 +165,7 @@ private:
 
     void lookAtLeaf(std::size_t leaf, unsigned runs)
     {
+        comparisons_ += static_cast<std::size_t>(__builtin_popcount(runs));
         std::size_t const begin = index_->leafBegin(leaf);
         lookAtEdges(begin, boxesOfEdges(outline_, begin, index_->leafEnd(leaf)), runs);
     }
@@ -139,17 +212,13 @@ private:
             look(0, k);
     }
 
-    HitQuery query(std::size_t other) const
-    {
-        return {edgeStart(others_.points, others_.closed, begin_ + other),
-                edgeEnd(others_.points, others_.closed, begin_ + other), true};
-    }
+    HitQuery query(std::size_t other) const { return queryOf(others_, begin_ + other); }
 
     /// Keeps the meeting of an edge of the stretch with edge k, if there is one.
     void look(std::size_t other, std::size_t k)
     {
-        auto const point = query(other).meets(edgeStart(outline_.points, outline_.closed, k),
-                                              edgeEnd(outline_.points, outline_.closed, k));
+        ++comparisons_;
+        auto const point = meetingPoint(outline_, k, query(other));
         if (!point)
             return;
         if (hits_.capacity() == 0)
@@ -188,6 +257,8 @@ private:
     Outline others_;
     std::size_t begin_ = 0;  // the stretch
     std::size_t end_ = 0;
+    std::size_t comparisons_ = 0;  // of edges, and of runs with leaves
+    std::size_t mostComparisons_ = kUnlimited;
     BoxGroup runs_;
     Extent whole_ = noExtent();
     std::array<std::optional<BoxGroup>, kRun> boxes_;  // of the edges, by run
@@ -203,7 +274,10 @@ private:
 std::vector<qcVector<2>> meetings(Outline const& outline, EdgeIndex const* index,
                                   Outline const& others)
 {
-    return Search(outline, index, others).run();
+    if (auto found = Search(outline, index, others).run())
+        return std::move(*found);
+    Box const box = boxOfPoints(others.points).box;
+    return meetingsOfClosePairs(outline, others, std::max(index->scale(), largestCoordinate(box)));
 }
 
 }  // namespace qnInternal

@@ -1,6 +1,7 @@
 // Pairs of nodes of one index, down to pairs of edges, as far as their boxes overlap.
 #include "cntr/internal/self_crossing.h"
 
+#include "cntr/internal/close_edges.h"
 #include "cntr/internal/edge_boxes.h"
 #include "cntr/internal/edge_hits.h"
 #include "cntr/internal/edge_ways.h"
@@ -14,6 +15,10 @@
 namespace qnInternal {
 
 namespace {
+
+/// Beyond so many comparisons an edge, of edges or leaves, their boxes are of too little use
+/// (bench/crossings_bench.cpp, slanted).
+constexpr std::size_t kMostComparisons = 32;
 
 struct Edge {
     qcVector<2> from;
@@ -42,15 +47,23 @@ bool fillWith(Edge& edge, qcVector<2> const& from, qcVector<2> const& to)
 class Search {
 public:
     Search(EdgeIndex const& index, std::vector<qcVector<2>> const& points, bool closed)
-        : index_(index), points_(points), closed_(closed), ways_(index, points)
+        : index_(index), points_(points), closed_(closed), ways_(index, points),
+          mostComparisons_(kMostComparisons * edgeCount(points.size(), closed))
     {
     }
 
-    bool run() const { return within(index_.levelCount() - 1, 0); }
+    bool run()
+    {
+        bool const ended = within(index_.levelCount() - 1, 0);
+        if (!tooMany())
+            return ended;
+        return anyClosePair({points_, closed_}, index_.scale(),
+                            [&](std::size_t i, std::size_t k) { return edgesMeet(i, k); });
+    }
 
 private:
-    /// Whether two edges below the boxes of one group meet.
-    bool within(std::size_t level, std::size_t group) const
+    /// Whether two edges below the boxes of one group meet; true as well after too many comparisons.
+    bool within(std::size_t level, std::size_t group)
     {
         BoxGroup const& boxes = index_.group(level, group);
         std::size_t const begin = group * EdgeIndex::kFan;
@@ -66,13 +79,14 @@ private:
         return false;
     }
 
-    /// Whether an edge below one box meets one below another, which overlaps it.
-    bool between(std::size_t level, std::size_t a, std::size_t b) const
+    /// Whether an edge below one box meets one below another, which overlaps it; true as well after
+    /// too many comparisons.
+    bool between(std::size_t level, std::size_t a, std::size_t b)
     {
         if (areNeighbours(level, a, b) && !ways_.turn(level, a, b))
             return false;
         if (level == 0)
-            return betweenLeaves(a, b);
+            return betweenLeaves(a, b) || tooMany();
         BoxGroup const& boxes = index_.group(level - 1, a);
         BoxGroup const& others = index_.group(level - 1, b);
         unsigned const near = boxes.overlapping(index_.box(level, b));
@@ -97,7 +111,7 @@ private:
         return boxesOfEdges({points_, closed_}, index_.leafBegin(leaf), index_.leafEnd(leaf));
     }
 
-    bool withinLeaf(std::size_t node) const
+    bool withinLeaf(std::size_t node)
     {
         std::size_t const leaf = index_.leafAt(node);
         std::size_t const begin = index_.leafBegin(leaf);
@@ -110,8 +124,11 @@ private:
         return false;
     }
 
-    bool betweenLeaves(std::size_t a, std::size_t b) const
+    bool tooMany() const { return comparisons_ > mostComparisons_; }
+
+    bool betweenLeaves(std::size_t a, std::size_t b)
     {
+        ++comparisons_;
         std::size_t const leaf = index_.leafAt(a);
         std::size_t const other = index_.leafAt(b);
         BoxGroup const boxes = edgesOf(leaf);
@@ -126,8 +143,9 @@ private:
         });
     }
 
-    bool edgesMeet(std::size_t k, std::size_t other) const
+    bool edgesMeet(std::size_t k, std::size_t other)
     {
+        ++comparisons_;
         Edge first;
         Edge second;
         return fill(first, k) && fill(second, other) && meet(first, second);
@@ -142,6 +160,8 @@ private:
     std::vector<qcVector<2>> const& points_;
     bool closed_;
     EdgeWays ways_;
+    std::size_t comparisons_ = 0;
+    std::size_t mostComparisons_;
 };
 
 }  // namespace

@@ -1,0 +1,73 @@
+// Counting what a look at the index costs, and lists of close edges instead.
+#include "cntr/internal/close_edge_lists.h"
+
+#include "cntr/internal/close_edges.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace qnInternal {
+
+namespace {
+
+/// From so many leaves an edge on, lists of close edges are made sooner (bench/cleaning_bench.cpp, slanted).
+constexpr std::size_t kManyLeaves = 96;
+
+/// Lists of more edges than these, on average, take more memory than they are worth.
+constexpr std::size_t kMostClose = 64;
+
+/// Whether queries along the edges of an outline look at kManyLeaves on average, by a few of them.
+bool looksAtManyLeaves(Outline const& outline, EdgeIndex const& index)
+{
+    constexpr std::size_t kAsked = 32;
+    if (index.leafCount() <= kManyLeaves)
+        return false;
+    std::size_t leaves = 0;
+    for (std::size_t i = 0; i < kAsked; ++i) {
+        std::size_t const k = i * outline.edges() / kAsked;
+        HitQuery const query(edgeStart(outline.points, outline.closed, k),
+                             edgeEnd(outline.points, outline.closed, k), false);
+        index.forEachLeaf(SegmentReach(query, index.scale()),
+                          [&](std::size_t, Box const&) { ++leaves; });
+    }
+    return leaves > kAsked * kManyLeaves;
+}
+
+}  // namespace
+
+CloseEdgeLists::CloseEdgeLists(Outline const& outline, EdgeIndex const* index) : outline_(outline)
+{
+    if (!index || !looksAtManyLeaves(outline, *index))
+        return;
+    std::size_t const count = outline.edges();
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> pairs;
+    bool const tooMany = anyClosePair(outline, index->scale(), [&](std::size_t i, std::size_t k) {
+        pairs.emplace_back(i, k);
+        pairs.emplace_back(k, i);
+        return pairs.size() > kMostClose * count;
+    });
+    if (tooMany)
+        return;
+    std::sort(pairs.begin(), pairs.end());
+    pairs.erase(std::unique(pairs.begin(), pairs.end()), pairs.end());
+    begin_.reserve(count + 1);
+    edges_.reserve(pairs.size());
+    for (auto const& [edge, close] : pairs) {
+        begin_.resize(edge + 1, edges_.size());
+        edges_.push_back(close);
+    }
+    begin_.resize(count + 1, edges_.size());
+}
+
+void CloseEdgeLists::findHits(HitQuery const& query, std::size_t k,
+                              std::vector<EdgeHit>& found) const
+{
+    found.clear();
+    for (std::size_t i = begin_[k]; i < begin_[k + 1]; ++i)
+        if (auto const point = query.meets(edgeStart(outline_.points, outline_.closed, edges_[i]),
+                                           edgeEnd(outline_.points, outline_.closed, edges_[i])))
+            found.push_back({*point, static_cast<int>(edges_[i])});
+    query.sortAlong(found);
+}
+
+}  // namespace qnInternal
