@@ -77,6 +77,22 @@ Points comb(std::size_t n, std::mt19937& random)
     return points;
 }
 
+Points teeth(std::size_t n)
+{
+    std::size_t const count = std::max<std::size_t>(1, n / 4);
+    double const spacing = 2600 / static_cast<double>(count);
+    Points points;
+    for (std::size_t k = 0; k < std::max<std::size_t>(n, 4); ++k) {
+        bool const isTip = k % 4 == 1 || k % 4 == 2;
+        double const x = (static_cast<double>(k / 4) + (k % 4 > 1 ? 0.5 : 0.0)) * spacing;
+        // The way back from the last tooth to the first stays clear of the others.
+        double const y = isTip ? 2600 : k == 0 || k + 1 >= n ? -100 : 0;
+        points.emplace_back(1000 + x * std::cos(0.3) - y * std::sin(0.3),
+                            200 + x * std::sin(0.3) + y * std::cos(0.3));
+    }
+    return points;
+}
+
 /// Goes around `windings` times while the radius swings `windings` + `more` times.
 Points rosette(std::size_t n, double windings, double more)
 {
@@ -183,6 +199,7 @@ Points outline(std::string const& shape, std::size_t n, unsigned seed)
     std::map<std::string, std::function<Points()>> const shapes{
         {"star", [&] { return star(n, random); }},
         {"comb", [&] { return comb(n, random); }},
+        {"teeth", [&] { return teeth(n); }},
         {"rose", [&] { return rosette(n, windings, 1); }},
         {"few", [&] { return rosette(n, 2, 3); }},
         {"oval", [&] { return oval(n, random); }},

@@ -17,6 +17,7 @@ using Points = std::vector<qcVector<2>>;
 /// |---------|--------------------------------------------------------------------------|
 /// | star    | around a centre, with smooth noise                                       |
 /// | comb    | about sqrt(n)/2 long wavy teeth, turned by 0.3 rad                       |
+/// | teeth   | straight slanted teeth of four vertices: boxes of edges overlap much     |
 /// | rose    | a curve that crosses itself about n/10 times                             |
 /// | few     | a curve that crosses itself 5 times                                      |
 /// | oval    | an ellipse with noise of a hundredth                                     |

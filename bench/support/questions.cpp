@@ -25,6 +25,8 @@ std::vector<Question> const& questions()
     static std::vector<std::size_t> const sizes{4, 16, 64, 100, 1000, 10000, 100000};
     // Four points of a spiral lie on one line, and an ellipse has five parameters.
     static std::vector<std::size_t> const more{16, 64, 100, 1000, 10000, 100000};
+    // Where libraries go by boxes alone, ten times as many take minutes.
+    static std::vector<std::size_t> const upToTenThousand{16, 64, 100, 1000, 10000};
     static std::vector<std::size_t> const members{10, 100, 1000};
     static std::vector<std::string> const both{"star", "comb"};
     static std::vector<std::string> const many{"star", "comb", "spiral", "grid", "border", "glyph"};
@@ -52,7 +54,9 @@ std::vector<Question> const& questions()
         {"long_segment_repeated", many, 0, more},
         {"short_segment_repeated", both, 0, sizes},
         {"outline_x_outline", both, 0, sizes},
+        {"outline_x_outline", {"teeth"}, 0, upToTenThousand},
         {"self_crossing", {"star", "comb", "spiral", "glyph"}, 0, more},
+        {"self_crossing", {"teeth"}, 0, upToTenThousand},
         {"regularise", {"few", "rose"}, -1, sizes},
         {"outer_hull", {"few", "rose"}, -1, sizes},
         {"set_crossing", {"set"}, 0, members},

@@ -10,7 +10,8 @@ namespace qnInternal {
 
 namespace {
 
-/// From so many leaves an edge on, lists of close edges are made sooner (bench/cleaning_bench.cpp, slanted).
+/// From so many leaves an edge on, a look at the index takes longer than anyClosePair() takes for an edge
+/// (bench/crossings_bench.cpp, teeth).
 constexpr std::size_t kManyLeaves = 96;
 
 /// Lists of more edges than these, on average, take more memory than they are worth.

@@ -20,7 +20,7 @@ namespace qnInternal {
 
 namespace {
 
-/// Up to so many edges are compared all with all (bench/crossings_bench.cpp, slanted).
+/// Up to so many edges are compared all with all (bench/crossings_bench.cpp, teeth).
 constexpr std::size_t kFewEdges = 16;
 
 /// Where something lies above a place.

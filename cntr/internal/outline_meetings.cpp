@@ -20,8 +20,8 @@ namespace qnInternal {
 namespace {
 
 /// Beyond so many comparisons an edge, and so many more a meeting, boxes are of too little use
-/// (bench/crossings_bench.cpp, slanted).
-constexpr std::size_t kMostComparisons = 32;
+/// (bench/crossings_bench.cpp, teeth).
+constexpr std::size_t kMostComparisons = 16;
 constexpr std::size_t kMoreAMeeting = 4;
 
 HitQuery queryOf(Outline const& others, std::size_t other)

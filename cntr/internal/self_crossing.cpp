@@ -17,8 +17,8 @@ namespace qnInternal {
 namespace {
 
 /// Beyond so many comparisons an edge, of edges or leaves, their boxes are of too little use
-/// (bench/crossings_bench.cpp, slanted).
-constexpr std::size_t kMostComparisons = 32;
+/// (bench/crossings_bench.cpp, teeth).
+constexpr std::size_t kMostComparisons = 16;
 
 struct Edge {
     qcVector<2> from;
