@@ -20,7 +20,7 @@ constexpr std::size_t kMostClose = 64;
 /// Whether queries along the edges of an outline look at kManyLeaves on average, by a few of them.
 bool looksAtManyLeaves(Outline const& outline, EdgeIndex const& index)
 {
-    constexpr std::size_t kAsked = 32;
+    constexpr std::size_t kAsked = 16;
     if (index.leafCount() <= kManyLeaves)
         return false;
     std::size_t leaves = 0;

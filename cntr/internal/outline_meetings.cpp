@@ -19,9 +19,9 @@ namespace qnInternal {
 
 namespace {
 
-/// Beyond so many comparisons an edge, and so many more a meeting, boxes are of too little use
-/// (bench/crossings_bench.cpp, teeth).
-constexpr std::size_t kMostComparisons = 16;
+/// Beyond so many comparisons with runs for every edge, and so many more a meeting, boxes are of too
+/// little use (bench/crossings_bench.cpp, teeth; a comb takes fewer than two).
+constexpr std::size_t kMostComparisons = 8;
 constexpr std::size_t kMoreAMeeting = 4;
 
 HitQuery queryOf(Outline const& others, std::size_t other)
@@ -30,16 +30,16 @@ HitQuery queryOf(Outline const& others, std::size_t other)
             edgeEnd(others.points, others.closed, other), true};
 }
 
-std::optional<qcVector<2>> meetingPoint(Outline const& outline, std::size_t k,
-                                        HitQuery const& query)
+inline std::optional<qcVector<2>> meetingPoint(Outline const& outline, std::size_t k,
+                                               HitQuery const& query)
 {
     return query.meets(edgeStart(outline.points, outline.closed, k),
                        edgeEnd(outline.points, outline.closed, k));
 }
 
 /// meetings() where boxes are of no use.
-std::vector<qcVector<2>> meetingsOfClosePairs(Outline const& outline, Outline const& others,
-                                              double scale)
+[[gnu::noinline]] std::vector<qcVector<2>> meetingsOfClosePairs(Outline const& outline,
+                                                                Outline const& others, double scale)
 {
     using Meeting = std::pair<std::size_t, EdgeHit>;  // with the other outline's edge
     std::vector<Meeting> met;
@@ -77,17 +77,19 @@ public:
             mostComparisons_ = kMostComparisons * (outline.edges() + others.edges());
     }
 
-    /// Nothing where boxes leave too many pairs of edges, and another search is sure to do.
-    std::optional<std::vector<qcVector<2>>> run()
+    /// What was found; not all of it where isHopeless().
+    std::vector<qcVector<2>> run()
     {
         std::size_t const count = others_.edges();
         for (std::size_t begin = 0; begin < count; begin += kStretch) {
             lookAt(begin, std::min(begin + kStretch, count));
             if (isHopeless())
-                return std::nullopt;
+                break;
         }
         return std::move(found_);
     }
+
+    bool gaveUp() const { return gaveUp_; }
 
 private:
     // A bit of 64 for every edge of a stretch, a bit of 8 for every edge of a run.
@@ -102,7 +104,7 @@ private:
             return false;
         PointBox const all = boxOfPoints(others_.points);
         if (all.finite && largestCoordinate(all.box) <= kLargestRegular)
-            return true;
+            return gaveUp_ = true;
         mostComparisons_ = kUnlimited;
         return false;
     }
@@ -165,7 +167,6 @@ private:
 
     void lookAtLeaf(std::size_t leaf, unsigned runs)
     {
-        comparisons_ += static_cast<std::size_t>(__builtin_popcount(runs));
         std::size_t const begin = index_->leafBegin(leaf);
         lookAtEdges(begin, boxesOfEdges(outline_, begin, index_->leafEnd(leaf)), runs);
     }
@@ -189,6 +190,7 @@ private:
                 return;
             BoxGroup const& others = edgeBoxes(run);
             forEachBit(near, [&](std::size_t i) {
+                ++comparisons_;
                 forEachBit(others.overlapping(edges.box(i)),
                            [&](std::size_t other) { look(run * kRun + other, begin + i); });
             });
@@ -217,8 +219,8 @@ private:
     /// Keeps the meeting of an edge of the stretch with edge k, if there is one.
     void look(std::size_t other, std::size_t k)
     {
-        ++comparisons_;
-        auto const point = meetingPoint(outline_, k, query(other));
+        auto const point = query(other).meets(edgeStart(outline_.points, outline_.closed, k),
+                                              edgeEnd(outline_.points, outline_.closed, k));
         if (!point)
             return;
         if (hits_.capacity() == 0)
@@ -257,8 +259,9 @@ private:
     Outline others_;
     std::size_t begin_ = 0;  // the stretch
     std::size_t end_ = 0;
-    std::size_t comparisons_ = 0;  // of edges, and of runs with leaves
+    std::size_t comparisons_ = 0;  // of edges with runs
     std::size_t mostComparisons_ = kUnlimited;
+    bool gaveUp_ = false;
     BoxGroup runs_;
     Extent whole_ = noExtent();
     std::array<std::optional<BoxGroup>, kRun> boxes_;  // of the edges, by run
@@ -274,8 +277,10 @@ private:
 std::vector<qcVector<2>> meetings(Outline const& outline, EdgeIndex const* index,
                                   Outline const& others)
 {
-    if (auto found = Search(outline, index, others).run())
-        return std::move(*found);
+    Search search(outline, index, others);
+    auto found = search.run();
+    if (!search.gaveUp())
+        return found;
     Box const box = boxOfPoints(others.points).box;
     return meetingsOfClosePairs(outline, others, std::max(index->scale(), largestCoordinate(box)));
 }
