@@ -2,6 +2,7 @@
 /// Where the bytes of an archive are: in memory or in a file.
 #include <qc/core/archive.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <climits>
@@ -46,6 +47,10 @@ qcMemoryArchive::~qcMemoryArchive() = default;
 
 void qcMemoryArchive::write_(unsigned char const* values, std::size_t count)
 {
+    // A few bytes mostly follow a long block; they must not make it move.
+    constexpr std::size_t kRoom = 256;
+    if (bytes_.capacity() - bytes_.size() < count)
+        bytes_.reserve(std::max(bytes_.size() + count + kRoom, 2 * bytes_.size()));
     bytes_.insert(bytes_.end(), values, values + count);
 }
 
