@@ -53,6 +53,8 @@ std::optional<qcVector<2>> HitQuery::meetsInBox(qcVector<2> const& from,
     double const extent = absoluteSum(a_) + absoluteSum(b_) + absoluteSum(from) + absoluteSum(to);
     if (!(extent <= kLargestRegular))
         return meetsExactly(from, to);
+    if (!touchingEnds_ && (a_ == from || a_ == to || b_ == from || b_ == to))
+        return std::nullopt;  // no distance at all
     double const margin = marginAt(extent);
     double const squaredLength = direction_ * direction_;
     if (onOneSide(direction_.cross(from - a_), direction_.cross(to - a_),
