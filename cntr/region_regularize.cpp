@@ -116,8 +116,12 @@ bool qcRegion::facesOutside(long edge, double probe, FreeRays& rays) const
     qcVector<2> const b = middle - across;
     bool const aWound = edge >= kTriedPlainly && surelyWound(a);
     bool const bWound = edge >= kTriedPlainly && surelyWound(b);
-    return !(aWound && bWound) && crossings(qcLineSeg(a, b), true, false).size() == 1 &&
-           crossings(qcLineSeg(from, to), true, false).size() == 2 &&
+    std::vector<qnInternal::EdgeHit> hits;
+    auto const hitsBetween = [&](qcVector<2> const& p, qcVector<2> const& q) {
+        findHits(qnInternal::HitQuery(p, q, true), hits);
+        return hits.size();
+    };
+    return !(aWound && bWound) && hitsBetween(a, b) == 1 && hitsBetween(from, to) == 2 &&
            ((!aWound && rays.anyFrom(a)) || (!bWound && rays.anyFrom(b)));
 }
 
