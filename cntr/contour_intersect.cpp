@@ -130,11 +130,16 @@ void qcContour::findHits(HitQuery const& query, std::vector<EdgeHit>& found) con
     query.sortAlong(found);
 }
 
-bool qcContour::isMetBy(HitQuery const& query) const
+std::optional<std::size_t> qcContour::edgeMetBy(HitQuery const& query) const
 {
-    return overlap({bounds().min, bounds().max}, query.box()) &&
-           anyHit(query, {points_, isClosed()}, query.regular() ? edgeIndex() : nullptr,
-                  [](qcVector<2> const&, std::size_t) { return true; });
+    std::optional<std::size_t> met;
+    if (overlap({bounds().min, bounds().max}, query.box()))
+        anyHit(query, {points_, isClosed()}, query.regular() ? edgeIndex() : nullptr,
+               [&](qcVector<2> const&, std::size_t k) {
+                   met = k;
+                   return true;
+               });
+    return met;
 }
 
 std::vector<qcVector<2>> qcContour::intersections(qcLineSeg const& segment,
@@ -207,7 +212,7 @@ bool qcContour::anyEdgeMeetsAnother() const
     qnInternal::forEachEdge(points_, closed,
                             [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {
                                 if (!found && !qfRealEq(from, to, qnInternal::kSamePoint))
-                                    found = isMetBy(HitQuery(from, to, false));
+                                    found = edgeMetBy(HitQuery(from, to, false)).has_value();
                             });
     return found;
 }

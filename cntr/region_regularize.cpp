@@ -4,6 +4,7 @@
 #include "cntr/internal/blocked_rays.h"
 #include "cntr/internal/boundary_walk.h"
 #include "cntr/internal/close_edge_lists.h"
+#include "cntr/internal/edge_walk.h"
 #include "cntr/internal/ray_direction.h"
 #include "cntr/internal/region_loops.h"
 #include "cntr/internal/tolerances.h"
@@ -29,13 +30,36 @@ public:
         if (sight_.crowded && surelyBlocked(point))
             return false;
         auto const ray = region_.containmentRay(point, sight_);
-        return ray && (isFree(point, point + *ray) || isFree(point, point - *ray));
+        return ray && (isFree(point, point + *ray, ahead_) || isFree(point, point - *ray, behind_));
     }
 
 private:
-    bool isFree(qcVector<2> const& point, qcVector<2> const& end) const
+    /// `blocker` is an edge that met such a ray before, and becomes one that meets this.
+    bool isFree(qcVector<2> const& point, qcVector<2> const& end,
+                std::optional<std::size_t>& blocker) const
     {
-        return !region_.isMetBy(qnInternal::HitQuery(point, end, false));
+        qnInternal::HitQuery const query(point, end, false);
+        if (blocker && isMetNear(query, *blocker))
+            return false;
+        blocker = region_.edgeMetBy(query);
+        return !blocker;
+    }
+
+    /// Whether an edge meets the query that is one of a few about edge `k`, which is left at that one.
+    bool isMetNear(qnInternal::HitQuery const& query, std::size_t& k) const
+    {
+        constexpr std::size_t kAround = 2;
+        std::size_t const count = region_.points().size();
+        std::size_t const first = k + count - kAround;
+        for (std::size_t i = 0; i <= 2 * kAround; ++i) {
+            std::size_t const near = (first + i) % count;
+            if (query.meets(qnInternal::edgeStart(region_.points(), true, near),
+                            region_.points()[near])) {
+                k = near;
+                return true;
+            }
+        }
+        return false;
     }
 
     bool surelyBlocked(qcVector<2> const& point)
@@ -52,6 +76,8 @@ private:
 
     qcRegion const& region_;
     qnInternal::RaySight sight_;
+    std::optional<std::size_t> ahead_;  // edges that were in the way
+    std::optional<std::size_t> behind_;
     bool prepared_ = false;
     std::optional<qnInternal::BlockedRays> blocked_;
 };

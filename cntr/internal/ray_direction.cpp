@@ -152,7 +152,7 @@ std::optional<qcVector<2>> rayDirection(std::vector<qcVector<2>> const& outline,
     sight.crowded = false;
     for (double from = 0; from < kTurn;) {
         bool const hardlyAny = !first && from < sight.first;
-        double const most = std::min(hardlyAny ? sight.first - from : width, kTurn / 4);
+        double const most = std::min(hardlyAny ? sight.first - from + narrow : width, kTurn / 4);
         double const to = findFirstAngles(outline, index, point, from, from + most, narrow, angles);
         sight.crowded = sight.crowded || angles.size() > kMany;
         for (double const angle : angles) {

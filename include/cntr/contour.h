@@ -288,7 +288,8 @@ private:
     // The same into a list that is there already.
     CNTR_HIDDEN void findHits(qnInternal::HitQuery const& query,
                               std::vector<qnInternal::EdgeHit>& found) const;
-    CNTR_HIDDEN bool isMetBy(qnInternal::HitQuery const& query) const;
+    // An edge that meets the query, if there is one.
+    CNTR_HIDDEN std::optional<std::size_t> edgeMetBy(qnInternal::HitQuery const& query) const;
 
     // Whether the outline, taken as closed, contains a point; nothing where only the ray can tell.
     CNTR_HIDDEN std::optional<bool> certainlyInside(qcVector<2> const& point) const;
