@@ -5,6 +5,7 @@
 #include "cntr/internal/boundary_walk.h"
 #include "cntr/internal/close_edge_lists.h"
 #include "cntr/internal/edge_walk.h"
+#include "cntr/internal/nearby_edges.h"
 #include "cntr/internal/ray_direction.h"
 #include "cntr/internal/region_loops.h"
 #include "cntr/internal/tolerances.h"
@@ -17,13 +18,26 @@ constexpr long kTriedPlainly = 1;
 
 }  // namespace
 
-/// Whether the containment ray from a point, or the one the other way, meets nothing: asked of points one
-/// beside the other.
-class qcRegion::FreeRays {
+/// What meets segments and rays from points that lie one beside the other along the outline.
+class qcRegion::Surroundings {
 public:
-    explicit FreeRays(qcRegion const& region) : region_(region) {}
+    /// Segments stay as near to the edges as `reach`, mostly.
+    Surroundings(qcRegion const& region, double reach)
+        : region_(region), nearby_({region.points(), true}, region.edgeIndex(), reach)
+    {
+    }
 
-    bool anyFrom(qcVector<2> const& point)
+    /// How often the outline meets the segment between two points at an edge.
+    std::size_t hitsBetween(qcVector<2> const& from, qcVector<2> const& to, std::size_t edge)
+    {
+        qnInternal::HitQuery const query(from, to, true);
+        if (!nearby_.findHits(query, edge, hits_))
+            region_.findHits(query, hits_);
+        return hits_.size();
+    }
+
+    /// Whether the containment ray from a point, or the one the other way, meets nothing.
+    bool isRayFree(qcVector<2> const& point)
     {
         if (!region_.encloseRect(qcXform<2>()).within(point))
             return true;
@@ -75,6 +89,8 @@ private:
     }
 
     qcRegion const& region_;
+    qnInternal::NearbyEdges nearby_;
+    std::vector<qnInternal::EdgeHit> hits_;
     qnInternal::RaySight sight_;
     std::optional<std::size_t> ahead_;  // edges that were in the way
     std::optional<std::size_t> behind_;
@@ -122,16 +138,16 @@ void qcRegion::outerHullRegularize(qcRegion& result, bool outerHullStage) const
 
 long qcRegion::startEdge() const
 {
-    FreeRays rays(*this);
     double const probe = qnInternal::kProbe * medianFeatureSize();
+    Surroundings around(*this, probe);
     auto const last = static_cast<long>(points().size()) - 1;
     for (long i = 0; i < last; ++i)
-        if (facesOutside(i, probe, rays))
+        if (facesOutside(i, probe, around))
             return i;
     throw qcContourDefs::BadParams(L"invalid contour");
 }
 
-bool qcRegion::facesOutside(long edge, double probe, FreeRays& rays) const
+bool qcRegion::facesOutside(long edge, double probe, Surroundings& around) const
 {
     qcVector<2> const& from = points()[static_cast<std::size_t>(edge)];
     qcVector<2> const& to = points()[static_cast<std::size_t>(edge) + 1];
@@ -142,24 +158,25 @@ bool qcRegion::facesOutside(long edge, double probe, FreeRays& rays) const
     qcVector<2> const b = middle - across;
     bool const aWound = edge >= kTriedPlainly && surelyWound(a);
     bool const bWound = edge >= kTriedPlainly && surelyWound(b);
-    std::vector<qnInternal::EdgeHit> hits;
-    auto const hitsBetween = [&](qcVector<2> const& p, qcVector<2> const& q) {
-        findHits(qnInternal::HitQuery(p, q, true), hits);
-        return hits.size();
+    // It ends at the vertex behind its own, and stands there in the order of edges.
+    auto const hits = [&](qcVector<2> const& p, qcVector<2> const& q) {
+        return around.hitsBetween(p, q, static_cast<std::size_t>(edge) + 1);
     };
-    return !(aWound && bWound) && hitsBetween(a, b) == 1 && hitsBetween(from, to) == 2 &&
-           ((!aWound && rays.anyFrom(a)) || (!bWound && rays.anyFrom(b)));
+    return !(aWound && bWound) && hits(a, b) == 1 && hits(from, to) == 2 &&
+           ((!aWound && around.isRayFree(a)) || (!bWound && around.isRayFree(b)));
 }
 
 std::vector<qcVector<2>> qcRegion::walkBoundary(long start) const
 {
     qnInternal::CloseEdgeLists const closeEdges({points(), true}, edgeIndex());
+    qnInternal::NearbyEdges nearby({points(), true}, edgeIndex(), qnInternal::kOnSegment);
     std::vector<qnInternal::EdgeHit> found;
     auto const firstCrossing = [&](qcVector<2> const& from, qcVector<2> const& to, long edge) {
         qnInternal::HitQuery const query(from, to, false);
+        auto const k = static_cast<std::size_t>(edge);
         if (closeEdges.known() && query.regular())
-            closeEdges.findHits(query, static_cast<std::size_t>(edge), found);
-        else
+            closeEdges.findHits(query, k, found);
+        else if (!nearby.findHits(query, k, found))
             findHits(query, found);
         return found.empty() ? std::nullopt : std::optional(found.front());
     };

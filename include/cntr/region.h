@@ -160,7 +160,7 @@ protected:
 private:
     friend class qcRegionSet;
     class CNTR_HIDDEN SplicedOutline;  // outlines that cross, joined into one
-    class FreeRays;                    // which points have a ray that meets nothing
+    class Surroundings;                // what lies around points one beside the other
 
     /// A result region, held for all copies; the handle stays beyond `valid` until it is replaced.
     struct Result {
@@ -201,7 +201,7 @@ private:
     void cleaned(Result& cache, bool outerHullStage, qcRegion& result) const;
     void outerHullRegularize(qcRegion& result, bool outerHullStage) const;
     long startEdge() const;
-    bool facesOutside(long edge, double probe, FreeRays& rays) const;
+    bool facesOutside(long edge, double probe, Surroundings& around) const;
     std::vector<qcVector<2>> walkBoundary(long start) const;
 
     std::vector<qcPtrHandle_const<qcRegion>> holes_;
