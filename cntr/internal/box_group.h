@@ -119,8 +119,8 @@ struct BoxGroup {
     unsigned overlapping(TwiceBox const& other) const
     {
         return eightBits([&](std::size_t i) {
-            return (pairAt(maxX, i) >= other.minX) & (pairAt(minX, i) <= other.maxX) &
-                   (pairAt(maxY, i) >= other.minY) & (pairAt(minY, i) <= other.maxY);
+            return bothHold(bothHold(pairAt(maxX, i) >= other.minX, pairAt(minX, i) <= other.maxX),
+                            bothHold(pairAt(maxY, i) >= other.minY, pairAt(minY, i) <= other.maxY));
         });
     }
     unsigned overlapping(Box const& other) const { return overlapping(TwiceBox(other)); }

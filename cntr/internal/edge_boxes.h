@@ -42,7 +42,7 @@ inline void enclose(Extent& extent, Extent const& other)
 /// Whether they share a point.
 inline bool overlap(Extent const& a, Extent const& b)
 {
-    return bitsOf((a.low <= b.high) & (b.low <= a.high)) == 3;
+    return bitsOf(bothHold(a.low <= b.high, b.low <= a.high)) == 3;
 }
 
 /// The boxes of edges [begin, end), one to eight of them; all coordinates are finite.

@@ -47,7 +47,7 @@ unsigned SegmentReach::boxesOnOneSide(BoxGroup const& boxes) const
             absX_ * ((highY - lowY) * half) + absY_ * ((highX - lowX) * half) + slack;
         Pair const offset = direction_.x() * ((lowY + highY) * half - a_.y()) -
                             direction_.y() * ((lowX + highX) * half - a_.x());
-        return (offset > reach) | (-offset > reach);
+        return eitherHolds(offset > reach, -offset > reach);
     });
 }
 

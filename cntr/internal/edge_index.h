@@ -51,7 +51,7 @@ public:
         for (std::size_t i = 0; i < count; ++i) {
             Pair const to = pairOf(ends[i]);
             unsigned const inBoth =
-                bitsOf((larger(to, from) >= min_) & (smaller(to, from) <= max_));
+                bitsOf(bothHold(larger(to, from) >= min_, smaller(to, from) <= max_));
             near |= static_cast<unsigned>(inBoth == 3) << i;
             from = to;
         }

@@ -95,7 +95,7 @@ private:
         BoxGroup const& boxes = index_.group(level, b);
         unsigned const far = eightBits([&](std::size_t i) {
             Pair const reach = squaredReaches(a, boxes, i);
-            return (reach >= both(farthest_.lowest())) & (reach > Pair{});
+            return bothHold(reach >= both(farthest_.lowest()), reach > Pair{});
         });
         return far & ((1U << index_.boxesIn(level, b)) - 1);
     }

@@ -47,7 +47,7 @@ public:
             auto const largestCross = [&](qcVector<2> const& u) {
                 return u.x() * (u.x() > 0 ? highY : lowY) - u.y() * (u.y() > 0 ? lowX : highX);
             };
-            return (largestCross(right_) < -slack_) | (-largestCross(-left_) > slack_);
+            return eitherHolds(largestCross(right_) < -slack_, -largestCross(-left_) > slack_);
         });
     }
 

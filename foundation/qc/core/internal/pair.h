@@ -23,6 +23,29 @@ inline unsigned bitsOf(PairMask mask)
 #endif
 }
 
+/// Where both masks have all bits. What & makes of two comparisons takes GCC the halves one by one, unless
+/// it may use SSE4.
+inline PairMask bothHold(PairMask a, PairMask b)
+{
+#ifdef __SSE2__
+    return reinterpret_cast<PairMask>(
+        _mm_and_pd(reinterpret_cast<__m128d>(a), reinterpret_cast<__m128d>(b)));
+#else
+    return a & b;
+#endif
+}
+
+/// Where one of the masks has all bits.
+inline PairMask eitherHolds(PairMask a, PairMask b)
+{
+#ifdef __SSE2__
+    return reinterpret_cast<PairMask>(
+        _mm_or_pd(reinterpret_cast<__m128d>(a), reinterpret_cast<__m128d>(b)));
+#else
+    return a | b;
+#endif
+}
+
 inline Pair both(double value)
 {
     return Pair{value, value};
