@@ -30,6 +30,8 @@ constexpr std::size_t kFewPairs = 64;
 std::vector<qcVector<2>> pointsOf(std::vector<EdgeHit> const& hits)
 {
     std::vector<qcVector<2>> points;
+    if (hits.empty())
+        return points;
     points.reserve(hits.size());
     for (auto const& hit : hits)
         points.push_back(hit.point);
@@ -82,11 +84,10 @@ bool anyHit(HitQuery const& query, qnInternal::Outline const& outline, EdgeIndex
 
 }  // namespace
 
-EdgeIndex const* qcContour::edgeIndex() const
+EdgeIndex const* qcContour::edgeIndex(bool closed) const
 {
     if (points_.size() <= qnInternal::kMaxPlainEdges)
         return nullptr;
-    bool const closed = isClosed();
     if (!edgeIndex_ || edgeIndex_->closed() != closed)
         edgeIndex_ = std::make_shared<EdgeIndex>(points_, closed);
     return edgeIndex_->regular() ? edgeIndex_.get() : nullptr;
@@ -120,7 +121,8 @@ void qcContour::findHits(HitQuery const& query, std::vector<EdgeHit>& found) con
     Bounds const& all = bounds();
     if (!overlap({all.min, all.max}, query.box()))
         return;
-    anyHit(query, {points_, isClosed()}, query.regular() ? edgeIndex() : nullptr,
+    bool const closed = isClosed();
+    anyHit(query, {points_, closed}, query.regular() ? edgeIndex(closed) : nullptr,
            [&](qcVector<2> const& point, std::size_t k) {
                if (found.capacity() == 0)
                    found.reserve(kMostlyEnough);

@@ -1,6 +1,7 @@
 /// Axis-aligned boxes in plain numbers, with the same rules as qcRect.
 #pragma once
 
+#include <qc/core/internal/pair.h>
 #include <qc/core/vector.h>
 
 #include <algorithm>
@@ -28,11 +29,18 @@ inline void enclose(Box& box, qcVector<2> const& point)
                point.y() > box.max.y() ? point.y() : box.max.y()};
 }
 
+/// boxOf() the first point after enclose() of the second.
+inline Box boxOfBoth(qcVector<2> const& first, qcVector<2> const& second)
+{
+    Pair const low = smaller(pairOf(second), pairOf(first));
+    Pair const high = larger(pairOf(second), pairOf(first));
+    return {{low[0], low[1]}, {high[0], high[1]}};
+}
+
 /// Whether closed boxes share a point: touching ones do.
 inline bool overlap(Box const& a, Box const& b)
 {
-    return a.max.x() >= b.min.x() && !(a.min.x() > b.max.x()) && a.max.y() >= b.min.y() &&
-           !(a.min.y() > b.max.y());
+    return (bitsOf(pairOf(a.max) >= pairOf(b.min)) & ~bitsOf(pairOf(a.min) > pairOf(b.max))) == 3;
 }
 
 /// Whether a point lies in a closed box; one with a NaN never does.

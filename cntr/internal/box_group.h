@@ -13,13 +13,10 @@
 
 namespace qnInternal {
 
-/// Whether the box of an edge overlaps `box`: as boxOf(), enclose() and overlap() one after the other
-/// have it, for a NaN as well.
+/// Whether the box of an edge overlaps `box`.
 inline bool edgeOverlaps(qcVector<2> const& from, qcVector<2> const& to, Box const& box)
 {
-    Pair const low = smaller(pairOf(to), pairOf(from));
-    Pair const high = larger(pairOf(to), pairOf(from));
-    return (bitsOf(high >= pairOf(box.min)) & ~bitsOf(low > pairOf(box.max))) == 3;
+    return overlap(boxOfBoth(from, to), box);
 }
 
 /// One number for each of eight boxes, aligned for a Pair of them to be read by the instruction that

@@ -38,9 +38,8 @@ class HitQuery {
 public:
     /// With `touchingEnds` false, edges within kOnSegment of a or b never meet the segment.
     HitQuery(qcVector<2> const& a, qcVector<2> const& b, bool touchingEnds)
-        : a_(a), b_(b), direction_(b - a), box_(boxOf(b)), touchingEnds_(touchingEnds)
+        : a_(a), b_(b), direction_(b - a), box_(boxOfBoth(b, a)), touchingEnds_(touchingEnds)
     {
-        enclose(box_, a);
     }
 
     qcVector<2> const& a() const { return a_; }

@@ -278,7 +278,8 @@ private:
     CNTR_HIDDEN bool anyEdgeMeetsAnother() const;
 
     // Null where the plain loops over all edges are faster, or alone are right.
-    CNTR_HIDDEN qnInternal::EdgeIndex const* edgeIndex() const;
+    CNTR_HIDDEN qnInternal::EdgeIndex const* edgeIndex() const { return edgeIndex(isClosed()); }
+    CNTR_HIDDEN qnInternal::EdgeIndex const* edgeIndex(bool closed) const;
 
     // The same for one question that need not find leaves in one place: spares their sorting.
     CNTR_HIDDEN std::shared_ptr<qnInternal::EdgeIndex const> edgeIndexInAnyOrder() const;
