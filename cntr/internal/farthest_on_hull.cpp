@@ -24,6 +24,11 @@ constexpr double kNearVertex = 1e-7;
 /// How far directions may be off those of a vertex, in units of aroundSquare().
 constexpr double kOffNormal = 1e-7;
 
+/// Of an outline that is taken for its hull every turn is this large, far above its rounding; in units of
+/// aroundSquare(). Those of a hull are above 0, but for rounding.
+constexpr double kLeastTurn = 1e-12;
+constexpr double kAnyTurn = -1;
+
 /// So many pairs for each vertex of the hull are looked at before it is left to others.
 constexpr std::size_t kMostPairs = 64;
 
@@ -91,34 +96,43 @@ private:
     std::vector<std::size_t> first_;
 };
 
-/// The directions of the edges that leave the vertices, twice round, ever growing.
-std::vector<double> directionsTwice(Points const& hull)
+/// The directions of the edges that leave the vertices at(0) to at(count - 1), twice round, ever
+/// growing. Empty where these turn to the left by less than `leastTurn` somewhere, or more than once
+/// around: of most outlines that are not convex that is seen at the first few points.
+template <class VertexAt>
+std::vector<double> directionsTwice(std::size_t count, double leastTurn, VertexAt const& at)
 {
-    std::size_t const count = hull.size();
-    std::vector<double> around(2 * count);
-    for (std::size_t i = 0; i + 1 < count; ++i)
-        around[i] = aroundSquare(hull[i + 1] - hull[i]);
-    around[count - 1] = aroundSquare(hull.front() - hull.back());
-    std::copy_n(around.begin(), count, around.begin() + static_cast<std::ptrdiff_t>(count));
+    std::vector<double> around{aroundSquare(at(1) - at(0))};
+    around.reserve(2 * count);
     double turns = 0;
-    for (std::size_t i = 1; i < around.size(); ++i) {
-        if (turns + around[i] < around[i - 1] - 2)
+    auto const isTurn = [&](double step) { return step >= leastTurn && step <= 2 - leastTurn; };
+    for (std::size_t i = 1; i < count; ++i) {
+        double const last = around.back();
+        double const next = aroundSquare(at(i + 1 < count ? i + 1 : 0) - at(i));
+        if (turns + next < last - 1)
             turns += 4;
-        around[i] += turns;
+        if (!isTurn(turns + next - last) || turns + next > around[0] + 4 - leastTurn)
+            return {};
+        around.push_back(turns + next);
     }
+    if (!isTurn(around[0] + 4 - around.back()))
+        return {};
+    for (std::size_t i = 0; i < count; ++i)
+        around.push_back(around[i] + 4);
     return around;
 }
 
 /// Calls visit(i, j) for the pairs of vertices whose normals are opposite, or nearly so, each pair at
-/// least once; false where they are too many.
+/// least once; false where they are too many. `around` are the directions of the edges twice.
 template <class Visit>
-bool forEachAntipodal(Points const& hull, Visit const& visit)
+bool forEachAntipodal(std::vector<double> const& around, Visit const& visit)
 {
-    std::size_t const count = hull.size();
-    std::vector<double> const around = directionsTwice(hull);
+    std::size_t const count = around.size() / 2;
     std::size_t left = kMostPairs * count;
     std::size_t begin = 0;
-    for (std::size_t i = count; i < 2 * count; ++i) {
+    // Of two opposite normals one is within half a turn of the first.
+    double const halfTurn = around[count - 1] + 2 + 2 * kOffNormal;
+    for (std::size_t i = count; i < 2 * count && around[i - 1] <= halfTurn; ++i) {
         while (around[begin] < around[i - 1] - 2 - kOffNormal)
             ++begin;
         for (std::size_t j = begin; around[j == 0 ? 0 : j - 1] <= around[i] - 2 + kOffNormal; ++j) {
@@ -130,68 +144,63 @@ bool forEachAntipodal(Points const& hull, Visit const& visit)
     return true;
 }
 
-/// Where the vertices of a hull stand among points that are nothing but these, one after the other,
-/// in their order or against it.
-class RoundOfVertices {
-public:
-    /// Nothing for other points.
-    static std::optional<RoundOfVertices> of(Points const& points, Points const& hull)
-    {
-        if (points.size() != hull.size())
-            return std::nullopt;
-        auto const start = std::find(points.begin(), points.end(), hull.front());
-        if (start == points.end())
-            return std::nullopt;
-        RoundOfVertices round(start - points.begin(), hull.size());
-        round.backwards_ = !(points[round[1]] == hull[1]);
-        for (std::size_t i = 0; i < hull.size(); ++i)
-            if (!(points[round[i]] == hull[i]))
-                return std::nullopt;
-        return round;
-    }
-
-    std::size_t operator[](std::size_t vertex) const
-    {
-        std::size_t const place = backwards_ ? first_ + count_ - vertex : first_ + vertex;
-        return place < count_ ? place : place - count_;
-    }
-
-private:
-    RoundOfVertices(std::ptrdiff_t first, std::size_t count)
-        : first_(static_cast<std::size_t>(first)), count_(count)
-    {
-    }
-
-    std::size_t first_;
-    std::size_t count_;
-    bool backwards_ = false;
-};
-
-/// Whether every edge of the hull is at least so long.
-bool hasEdgesOf(Points const& hull, double length)
+/// Whether every edge of the hull is long enough for its direction to tell the antipodal vertices.
+bool hasLongEdges(Points const& hull, double extent)
 {
+    double const least = kShortestEdge * extent;
     auto const isLong = [&](qcVector<2> const& a, qcVector<2> const& b) {
-        return a.distance(b) >= length;
+        return (b - a) * (b - a) >= least * least;
     };
     return isLong(hull.back(), hull.front()) &&
            std::adjacent_find(hull.begin(), hull.end(), std::not_fn(isLong)) == hull.end();
 }
 
-/// The farthest of the antipodal pairs; placeOf[vertex] is that of the first point at a vertex.
+/// The farthest of the antipodal pairs; placeOf(vertex) is that of the first point at a vertex.
 template <class Places>
-std::optional<FarthestPair> farthestVertices(Points const& points, Points const& hull,
-                                             Places const& placeOf)
+std::optional<FarthestPair>
+farthestVertices(Points const& points, std::vector<double> const& around, Places const& placeOf)
 {
     FarthestSoFar farthest(points);
-    if (!forEachAntipodal(hull, [&](std::size_t i, std::size_t j) {
+    if (around.empty() || !forEachAntipodal(around, [&](std::size_t i, std::size_t j) {
             if (i != j)
-                farthest.consider(placeOf[i], placeOf[j]);
+                farthest.consider(placeOf(i), placeOf(j));
         }))
         return std::nullopt;
     return farthest.pair();
 }
 
+Box boxOfAll(Points const& points)
+{
+    Box box = boxOf(points.front());
+    for (auto const& point : points)
+        enclose(box, point);
+    return box;
+}
+
+double extentOf(Box const& box)
+{
+    return (box.max - box.min).len();
+}
+
 }  // namespace
+
+std::optional<FarthestPair> farthestPairOfConvex(Points const& points)
+{
+    std::size_t const count = points.size();
+    auto const round = [](std::size_t vertex) { return vertex; };
+    auto const back = [count](std::size_t vertex) { return count - 1 - vertex; };
+    auto const farthest = [&](auto const& placeOf) -> std::optional<FarthestPair> {
+        auto const around = directionsTwice(
+            count, kLeastTurn, [&](std::size_t vertex) { return points[placeOf(vertex)]; });
+        if (around.empty() || !hasLongEdges(points, extentOf(boxOfAll(points))))
+            return std::nullopt;
+        return farthestVertices(points, around, placeOf);
+    };
+    if (count < 3)
+        return std::nullopt;
+    bool const left = (points[1] - points[0]).cross(points[2] - points[1]) > 0;
+    return left ? farthest(round) : farthest(back);
+}
 
 std::optional<FarthestPair> farthestPairOnHull(Points const& points)
 {
@@ -199,19 +208,17 @@ std::optional<FarthestPair> farthestPairOnHull(Points const& points)
     qfConvexHull(points, hull);
     if (hull.size() < 3)
         return std::nullopt;
-    Box box = boxOf(hull.front());
-    for (auto const& vertex : hull)
-        enclose(box, vertex);
-    double const extent = (box.max - box.min).len();
-    if (!hasEdgesOf(hull, kShortestEdge * extent))
+    Box const box = boxOfAll(hull);
+    double const extent = extentOf(box);
+    if (!hasLongEdges(hull, extent))
         return std::nullopt;
-    if (auto const round = RoundOfVertices::of(points, hull))
-        return farthestVertices(points, hull, *round);
     FirstOfVertex first(hull, box, kNearVertex * extent);
     for (std::size_t i = 0; i < points.size(); ++i)
         if (!first.add(points[i], i))
             return std::nullopt;
-    return farthestVertices(points, hull, first);
+    auto const around =
+        directionsTwice(hull.size(), kAnyTurn, [&](std::size_t vertex) { return hull[vertex]; });
+    return farthestVertices(points, around, [&](std::size_t vertex) { return first[vertex]; });
 }
 
 }  // namespace qnInternal

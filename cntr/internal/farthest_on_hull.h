@@ -24,4 +24,8 @@ namespace qnInternal {
 /// of its vertex by no more than some 1e-9.
 std::optional<FarthestPair> farthestPairOnHull(std::vector<qcVector<2>> const& points);
 
+/// The same for points that are the vertices of their hull one after the other: a convex outline, as is
+/// seen on the way. Nothing for others, of which most are left at the first few points. O(n).
+std::optional<FarthestPair> farthestPairOfConvex(std::vector<qcVector<2>> const& points);
+
 }  // namespace qnInternal

@@ -22,7 +22,11 @@ struct FarthestPair {
 /// The pair of largest rounded distance among those considered, the first in index order on a tie.
 class FarthestSoFar {
 public:
-    explicit FarthestSoFar(std::vector<qcVector<2>> const& points) : points_(points) {}
+    /// Pairs whose squared distance is below `lowest` are never kept.
+    explicit FarthestSoFar(std::vector<qcVector<2>> const& points, double lowest = 0)
+        : points_(points), lowest_(lowest)
+    {
+    }
 
     /// `i` and `j` differ.
     void consider(std::size_t i, std::size_t j)
@@ -44,13 +48,16 @@ private:
         bool const earlier = first < best_.first || (first == best_.first && second < best_.second);
         if (d > best_.distance || (d == best_.distance && d > 0 && earlier)) {
             best_ = {d, first, second};
-            lowest_ = std::min(d * d, std::numeric_limits<double>::max()) * (1 - 2e-14);
+            // A root that is not rounded to less is above the middle between two neighbours, the
+            // square of the lower one is not, however it is rounded.
+            double const below = d * (1 - 0x1p-53);
+            lowest_ = below * below;
         }
     }
 
     std::vector<qcVector<2>> const& points_;
     FarthestPair best_;
-    double lowest_ = 0;
+    double lowest_;
 };
 
 /// The pair of largest distance, the first in index order on a tie. Quadratic.

@@ -153,7 +153,7 @@ Points roundish(unsigned seed)
 
 TEST(EdgeIndex, FarthestPairOnCirclesIsThatOfAllPairs)
 {
-    int certain = 0;
+    int certain = 0, convex = 0;
     for (int seed = 0; seed < rounds(400); ++seed) {
         SCOPED_TRACE(seed);
         auto const points = roundish(static_cast<unsigned>(seed));
@@ -164,12 +164,32 @@ TEST(EdgeIndex, FarthestPairOnCirclesIsThatOfAllPairs)
             expectEqual(*found, plain);
             ++certain;
         }
+        if (auto const found = farthestPairOfConvex(points)) {
+            expectEqual(*found, plain);
+            ++convex;
+        }
     }
     EXPECT_GT(certain, 300);
+    EXPECT_GT(convex, 200);
     // Nothing is certain where a point is next to a vertex, or there is no hull to speak of.
     EXPECT_FALSE(farthestPairOnHull({{0, 0}, {9, 0}, {9, 9}, {0, 9}, {9, 9 - 1e-8}}));
     EXPECT_FALSE(farthestPairOnHull({{0, 0}, {3, 0}, {9, 0}}));
     EXPECT_FALSE(farthestPairOnHull({{2, 1}, {2, 1}}));
+    // Not convex are outlines that turn one way but twice around, back and forth, or not at all somewhere.
+    EXPECT_FALSE(farthestPairOfConvex({{0, 3}, {-2, -3}, {3, 1}, {-3, 1}, {2, -3}}));
+    EXPECT_FALSE(farthestPairOfConvex({{0, 0}, {9, 0}, {2, 2}, {0, 9}}));
+    EXPECT_FALSE(farthestPairOfConvex({{0, 0}, {5, 0}, {9, 0}, {0, 9}}));
+    EXPECT_FALSE(farthestPairOfConvex({{0, 0}, {9, 0}, {9, 0}, {0, 9}}));
+    EXPECT_FALSE(farthestPairOfConvex({{0, 0}, {9, 0}}));
+}
+
+TEST(EdgeIndex, FarthestPairMayEndAtTheVertexBehindTheLastEdge)
+{
+    for (std::size_t const count : {9U, 17U, 65U, 73U}) {
+        Points points(count - 1, {1, 2});
+        points.emplace_back(4, 6);
+        expectEqual(farthestPair(points, EdgeIndex(points, false)), {5, 0, count - 1});
+    }
 }
 
 /// Along an axis with no step back, but some that stand still.
