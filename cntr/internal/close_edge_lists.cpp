@@ -11,11 +11,12 @@ namespace qnInternal {
 namespace {
 
 /// From so many leaves an edge on, a look at the index takes longer than anyClosePair() takes for an edge
-/// (bench/crossings_bench.cpp, teeth).
+/// (`self_crossing` of teeth in bench/crossings_bench.cpp).
 constexpr std::size_t kManyLeaves = 96;
 
-/// Lists of more edges than these, on average, take more memory than they are worth.
-constexpr std::size_t kMostClose = 64;
+/// Lists of more edges than these, on average and with those that are found twice, take more memory than
+/// they are worth.
+constexpr std::size_t kMostClose = 32;
 
 /// Whether queries along the edges of an outline look at kManyLeaves on average, by a few of them.
 bool looksAtManyLeaves(Outline const& outline, EdgeIndex const& index)
@@ -42,12 +43,12 @@ CloseEdgeLists::CloseEdgeLists(Outline const& outline, EdgeIndex const* index) :
         return;
     std::size_t const count = outline.edges();
     std::vector<std::pair<std::uint32_t, std::uint32_t>> pairs;
-    bool const tooMany = anyClosePair(outline, index->scale(), [&](std::size_t i, std::size_t k) {
+    auto const keep = [&](std::size_t i, std::size_t k) {
         pairs.emplace_back(i, k);
         pairs.emplace_back(k, i);
         return pairs.size() > kMostClose * count;
-    });
-    if (tooMany)
+    };
+    if (anyClosePair(outline, index->scale(), keep).value_or(true))
         return;
     std::sort(pairs.begin(), pairs.end());
     pairs.erase(std::unique(pairs.begin(), pairs.end()), pairs.end());

@@ -21,7 +21,8 @@ public:
     /// Whether they were found.
     bool known() const { return !begin_.empty(); }
 
-    /// Replaces `found` by the hits of a query that lies along edge k, within kOnSegment of it.
+    /// Replaces `found` by the hits of a regular query that lies along edge k, within kOnSegment of it, in
+    /// the order that HitQuery::sortAlong() gives.
     void findHits(HitQuery const& query, std::size_t k, std::vector<EdgeHit>& found) const;
 
 private:

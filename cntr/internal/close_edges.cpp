@@ -3,11 +3,13 @@
 //
 // An edge is taken for a strip, which holds it and all that is within reach of it. Two edges that meet
 // have points p and q no further apart than `reach`. At the abscissa of p both strips go on to either
-// side, and both hold p: so at some slab around it the two are compared, and found to overlap.
+// side, and both hold p. On the way down to the slabs around it either one of them comes to span a slab,
+// and is compared with the other there, or both end in the last slab, where all are compared with all.
 #include "cntr/internal/close_edges.h"
 
 #include "cntr/internal/box_hierarchy.h"
-#include "cntr/internal/edge_hits.h"
+#include "cntr/internal/edge_walk.h"
+#include "cntr/internal/tolerances.h"
 
 #include <algorithm>
 #include <array>
@@ -20,11 +22,15 @@ namespace qnInternal {
 
 namespace {
 
-/// Up to so many edges are compared all with all (bench/crossings_bench.cpp, teeth).
+/// Up to so many edges that end in a slab are compared all with all (`self_crossing` of teeth in
+/// bench/crossings_bench.cpp).
 constexpr std::size_t kFewEdges = 16;
 
-/// Where something lies above a place.
-struct Span {
+/// Beyond so many pairs for every edge, boxes are no worse.
+constexpr std::size_t kMostPairs = 64;
+
+/// From how low to how high something reaches at one abscissa.
+struct Heights {
     double low;
     double high;
 };
@@ -43,7 +49,7 @@ struct Strip {
     double slope;
     double half;
 
-    Span at(double place) const
+    Heights at(double place) const
     {
         double const middle = y + (place - x) * slope;
         return {middle - half, middle + half};
@@ -68,8 +74,8 @@ Strip stripOf(qcVector<2> const& from, qcVector<2> const& to, double reach)
 struct Piece {
     double begin;  // part of the slab's width
     double end;
-    Span atBegin;
-    Span atEnd;
+    Heights atBegin;
+    Heights atEnd;
 
     Piece(Strip const& strip, Slab const& slab)
     {
@@ -82,9 +88,9 @@ struct Piece {
     }
 };
 
-/// Strips that span a slab, from below to above. A strip stands for a box: how low and high it is at the
-/// beginning of the slab are the bounds of the box in x, at the end those in y. The box of several is a
-/// strip that holds them all.
+/// Strips that span a slab, from below to above. Each is kept as a box: its bounds in x are the heights at
+/// the beginning of the slab, those in y the heights at the end. The box of several is a strip that holds
+/// them all.
 class SpanningStrips {
 public:
     SpanningStrips(std::vector<Strip> const& strips, std::vector<std::uint32_t> const& numbers,
@@ -96,8 +102,8 @@ public:
             order_.emplace_back(strips[number].at(middle).low, number);
         std::sort(order_.begin(), order_.end());
         for (std::size_t i = 0; i < order_.size(); ++i) {
-            Span const first = strips[order_[i].second].at(slab.begin);
-            Span const last = strips[order_[i].second].at(slab.end);
+            Heights const first = strips[order_[i].second].at(slab.begin);
+            Heights const last = strips[order_[i].second].at(slab.end);
             boxes_.lowest(i / BoxGroup::kSize)
                 .set(i % BoxGroup::kSize, {{first.low, last.low}, {first.high, last.high}});
         }
@@ -142,35 +148,39 @@ public:
     Search(std::vector<Outline> const& outlines, double scale, AcceptsPair const& accepts)
         : within_(outlines.size() == 1), accepts_(accepts)
     {
-        // Twice what keeps edges from meeting, since the strips themselves are rounded.
-        double const reach = 2 * marginAt(8 * scale);
-        for (std::size_t i = 0; i < outlines.size(); ++i)
+        // Edges that meet do so at a place within kOnSegment of both, up to some units in the last place
+        // of the coordinates. Strips are rounded by as little.
+        double const reach = 4 * kOnSegment + 1e-13 * scale;
+        for (std::size_t i = 0; i < outlines.size(); ++i) {
+            mostPairs_ += kMostPairs * outlines[i].edges();
             forEachEdge(outlines[i].points, outlines[i].closed,
                         [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {
                             strips_[i].push_back(stripOf(from, to, reach));
                         });
+        }
     }
 
-    bool run() const
+    std::optional<bool> run()
     {
         Slab whole{0, 0};
         Sides all;
         for (std::size_t i = 0; i < strips_.size(); ++i)
             for (std::size_t k = 0; k < strips_[i].size(); ++k) {
-                // A little wider than all, so that every edge ends within.
+                // Twice as far from 0 as any end, so that no edge spans it.
                 whole.begin = std::min(whole.begin, 2 * strips_[i][k].begin);
                 whole.end = std::max(whole.end, 2 * strips_[i][k].end);
                 all[i].push_back(static_cast<std::uint32_t>(k));
             }
-        return inSlab(whole, all);
+        bool const stopped = inSlab(whole, all);
+        return pairs_ > mostPairs_ ? std::nullopt : std::optional(stopped);
     }
 
 private:
     using Numbers = std::vector<std::uint32_t>;
     using Sides = std::array<Numbers, 2>;  // by outline
 
-    /// Asks about edges that have an end within a slab.
-    bool inSlab(Slab const& slab, Sides const& ending) const
+    /// Asks about edges that have an end strictly within a slab; whether to stop.
+    bool inSlab(Slab const& slab, Sides const& ending)
     {
         if (!within_ && (ending[0].empty() || ending[1].empty()))
             return false;
@@ -194,7 +204,7 @@ private:
         return *middle;
     }
 
-    bool inHalf(Slab const& half, Sides const& edges) const
+    bool inHalf(Slab const& half, Sides const& edges)
     {
         Sides ending;
         {
@@ -209,7 +219,7 @@ private:
         return inSlab(half, ending);
     }
 
-    bool anyWithSpanning(Slab const& slab, Sides const& spanning, Sides const& ending) const
+    bool anyWithSpanning(Slab const& slab, Sides const& spanning, Sides const& ending)
     {
         for (std::size_t i = 0; i < spanning.size(); ++i) {
             std::size_t const other = within_ ? i : 1 - i;
@@ -233,7 +243,7 @@ private:
         return false;
     }
 
-    bool anyOfAll(Sides const& edges) const
+    bool anyOfAll(Sides const& edges)
     {
         for (std::size_t i = 0; i < edges[0].size(); ++i)
             for (std::size_t k = 0; k < (within_ ? i : edges[1].size()); ++k)
@@ -242,9 +252,12 @@ private:
         return false;
     }
 
-    /// Asks about edge k of outline `side` and an edge of the other, or of the same if there is one.
-    bool accepted(std::size_t side, std::uint32_t k, std::uint32_t other) const
+    /// Asks about edge k of outline `side` and an edge of the other, or of the same if there is one;
+    /// whether to stop.
+    bool accepted(std::size_t side, std::uint32_t k, std::uint32_t other)
     {
+        if (++pairs_ > mostPairs_)
+            return true;
         return within_ ? accepts_(std::max(k, other), std::min(k, other))
                        : accepts_(side == 0 ? k : other, side == 0 ? other : k);
     }
@@ -252,17 +265,19 @@ private:
     bool within_;
     AcceptsPair const& accepts_;
     std::array<std::vector<Strip>, 2> strips_;  // by outline
+    std::size_t pairs_ = 0;                     // asked about
+    std::size_t mostPairs_ = 0;
 };
 
 }  // namespace
 
-bool anyClosePair(Outline const& outline, double scale, AcceptsPair const& accepts)
+std::optional<bool> anyClosePair(Outline const& outline, double scale, AcceptsPair const& accepts)
 {
     return Search({outline}, scale, accepts).run();
 }
 
-bool anyClosePair(Outline const& outline, Outline const& other, double scale,
-                  AcceptsPair const& accepts)
+std::optional<bool> anyClosePair(Outline const& outline, Outline const& other, double scale,
+                                 AcceptsPair const& accepts)
 {
     return Search({outline, other}, scale, accepts).run();
 }

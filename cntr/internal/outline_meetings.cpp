@@ -20,9 +20,10 @@ namespace qnInternal {
 namespace {
 
 /// Beyond so many comparisons with runs for every edge, and so many more a meeting, boxes are of too
-/// little use (bench/crossings_bench.cpp, teeth; a comb takes fewer than two).
-constexpr std::size_t kMostComparisons = 8;
+/// little use (`outline_x_outline` of teeth in bench/crossings_bench.cpp; a comb takes fewer than two).
+constexpr std::size_t kMostComparisons = 16;
 constexpr std::size_t kMoreAMeeting = 4;
+constexpr std::size_t kUnlimited = std::numeric_limits<std::size_t>::max() / 2;
 
 HitQuery queryOf(Outline const& others, std::size_t other)
 {
@@ -30,24 +31,25 @@ HitQuery queryOf(Outline const& others, std::size_t other)
             edgeEnd(others.points, others.closed, other), true};
 }
 
-inline std::optional<qcVector<2>> meetingPoint(Outline const& outline, std::size_t k,
-                                               HitQuery const& query)
+/// meetings() where boxes are of no use. Nothing where `others` is not regular, and where so many edges
+/// come close to each other that boxes are no worse. `scale` bounds the coordinates of `outline`.
+[[gnu::noinline]] std::optional<std::vector<qcVector<2>>>
+meetingsOfClosePairs(Outline const& outline, Outline const& others, double scale)
 {
-    return query.meets(edgeStart(outline.points, outline.closed, k),
-                       edgeEnd(outline.points, outline.closed, k));
-}
-
-/// meetings() where boxes are of no use.
-[[gnu::noinline]] std::vector<qcVector<2>> meetingsOfClosePairs(Outline const& outline,
-                                                                Outline const& others, double scale)
-{
+    PointBox const all = boxOfPoints(others.points);
+    if (!all.finite || largestCoordinate(all.box) > kLargestRegular)
+        return std::nullopt;
     using Meeting = std::pair<std::size_t, EdgeHit>;  // with the other outline's edge
     std::vector<Meeting> met;
-    anyClosePair(outline, others, scale, [&](std::size_t k, std::size_t other) {
-        if (auto const point = meetingPoint(outline, k, queryOf(others, other)))
+    auto const keep = [&](std::size_t k, std::size_t other) {
+        if (auto const point = queryOf(others, other)
+                                   .meets(edgeStart(outline.points, outline.closed, k),
+                                          edgeEnd(outline.points, outline.closed, k)))
             met.push_back({other, {*point, static_cast<int>(k)}});
         return false;
-    });
+    };
+    if (!anyClosePair(outline, others, std::max(scale, largestCoordinate(all.box)), keep))
+        return std::nullopt;
     auto const key = [](Meeting const& meeting) {
         return std::make_pair(meeting.first, meeting.second.edge);
     };
@@ -70,44 +72,28 @@ inline std::optional<qcVector<2>> meetingPoint(Outline const& outline, std::size
 
 class Search {
 public:
-    Search(Outline const& outline, EdgeIndex const* index, Outline const& others)
-        : outline_(outline), index_(index), others_(others)
+    Search(Outline const& outline, EdgeIndex const* index, Outline const& others,
+           std::size_t mostComparisons)
+        : outline_(outline), index_(index), others_(others), mostComparisons_(mostComparisons)
     {
-        if (index)
-            mostComparisons_ = kMostComparisons * (outline.edges() + others.edges());
     }
 
-    /// What was found; not all of it where isHopeless().
-    std::vector<qcVector<2>> run()
+    /// Nothing where the comparisons become too many.
+    std::optional<std::vector<qcVector<2>>> run()
     {
         std::size_t const count = others_.edges();
         for (std::size_t begin = 0; begin < count; begin += kStretch) {
             lookAt(begin, std::min(begin + kStretch, count));
-            if (isHopeless())
-                break;
+            if (comparisons_ > mostComparisons_ + kMoreAMeeting * found_.size())
+                return std::nullopt;
         }
         return std::move(found_);
     }
-
-    bool gaveUp() const { return gaveUp_; }
 
 private:
     // A bit of 64 for every edge of a stretch, a bit of 8 for every edge of a run.
     static constexpr std::size_t kRun = BoxGroup::kSize;
     static constexpr std::size_t kStretch = kRun * kRun;
-    static constexpr std::size_t kUnlimited = std::numeric_limits<std::size_t>::max() / 2;
-
-    /// Whether boxes leave too many pairs, and meetingsOfClosePairs() may be asked instead.
-    bool isHopeless()
-    {
-        if (comparisons_ <= mostComparisons_ + kMoreAMeeting * found_.size())
-            return false;
-        PointBox const all = boxOfPoints(others_.points);
-        if (all.finite && largestCoordinate(all.box) <= kLargestRegular)
-            return gaveUp_ = true;
-        mostComparisons_ = kUnlimited;
-        return false;
-    }
 
     /// Takes the meetings of the other outline's edges [begin, end).
     void lookAt(std::size_t begin, std::size_t end)
@@ -260,8 +246,7 @@ private:
     std::size_t begin_ = 0;  // the stretch
     std::size_t end_ = 0;
     std::size_t comparisons_ = 0;  // of edges with runs
-    std::size_t mostComparisons_ = kUnlimited;
-    bool gaveUp_ = false;
+    std::size_t mostComparisons_;
     BoxGroup runs_;
     Extent whole_ = noExtent();
     std::array<std::optional<BoxGroup>, kRun> boxes_;  // of the edges, by run
@@ -277,12 +262,14 @@ private:
 std::vector<qcVector<2>> meetings(Outline const& outline, EdgeIndex const* index,
                                   Outline const& others)
 {
-    Search search(outline, index, others);
-    auto found = search.run();
-    if (!search.gaveUp())
-        return found;
-    Box const box = boxOfPoints(others.points).box;
-    return meetingsOfClosePairs(outline, others, std::max(index->scale(), largestCoordinate(box)));
+    std::size_t const most =
+        index ? kMostComparisons * (outline.edges() + others.edges()) : kUnlimited;
+    auto found = Search(outline, index, others, most).run();
+    if (!found)
+        found = meetingsOfClosePairs(outline, others, index->scale());
+    if (!found)
+        found = Search(outline, index, others, kUnlimited).run();
+    return std::move(*found);
 }
 
 }  // namespace qnInternal

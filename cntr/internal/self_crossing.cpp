@@ -11,14 +11,15 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 
 namespace qnInternal {
 
 namespace {
 
 /// Beyond so many comparisons an edge, of edges or leaves, their boxes are of too little use
-/// (bench/crossings_bench.cpp, teeth).
-constexpr std::size_t kMostComparisons = 16;
+/// (`self_crossing` of teeth in bench/crossings_bench.cpp).
+constexpr std::size_t kMostComparisons = 20;
 
 struct Edge {
     qcVector<2> from;
@@ -54,15 +55,19 @@ public:
 
     bool run()
     {
-        bool const ended = within(index_.levelCount() - 1, 0);
+        bool const stopped = within(index_.levelCount() - 1, 0);
         if (!tooMany())
-            return ended;
-        return anyClosePair({points_, closed_}, index_.scale(),
-                            [&](std::size_t i, std::size_t k) { return edgesMeet(i, k); });
+            return stopped;
+        if (auto const found =
+                anyClosePair({points_, closed_}, index_.scale(),
+                             [&](std::size_t i, std::size_t k) { return edgesMeet(i, k); }))
+            return *found;
+        mostComparisons_ = std::numeric_limits<std::size_t>::max();
+        return within(index_.levelCount() - 1, 0);
     }
 
 private:
-    /// Whether two edges below the boxes of one group meet; true as well after too many comparisons.
+    /// Whether to stop below the boxes of one group: two edges meet, or comparisons are too many.
     bool within(std::size_t level, std::size_t group)
     {
         BoxGroup const& boxes = index_.group(level, group);
@@ -79,8 +84,7 @@ private:
         return false;
     }
 
-    /// Whether an edge below one box meets one below another, which overlaps it; true as well after
-    /// too many comparisons.
+    /// Whether to stop below two boxes, which overlap.
     bool between(std::size_t level, std::size_t a, std::size_t b)
     {
         if (areNeighbours(level, a, b) && !ways_.turn(level, a, b))

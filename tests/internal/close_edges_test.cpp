@@ -97,17 +97,31 @@ bool meet(HitQuery const& a, HitQuery const& b)
     return a.meets(b.a(), b.b()) || b.meets(a.a(), a.b());
 }
 
+/// Asks about the close pairs of one outline, or of two; nothing where they are given up, which they may
+/// be where they are many.
+std::optional<Pairs> closePairs(Outline const& one, Outline const* other, double scale)
+{
+    Pairs pairs;
+    std::size_t asked = 0;
+    auto const keep = [&](std::size_t i, std::size_t k) {
+        ++asked;
+        pairs.insert({i, k});
+        return false;
+    };
+    auto const found =
+        other ? anyClosePair(one, *other, scale, keep) : anyClosePair(one, scale, keep);
+    EXPECT_FALSE(found.value_or(false));
+    EXPECT_TRUE(found || asked == 64 * (one.edges() + (other ? other->edges() : 0)));
+    return found ? std::optional(pairs) : std::nullopt;
+}
+
 /// Expects that all pairs that meet are asked about, within one outline and between two; returns how
 /// many meet.
 std::size_t expectAllAskedAbout(Outline const& one, Outline const& other)
 {
     double const scale = std::max(scaleOf(one.points), scaleOf(other.points));
-    Pairs within, between;
-    auto const keep = [](Pairs& pairs) {
-        return [&pairs](std::size_t i, std::size_t k) { return pairs.insert({i, k}), false; };
-    };
-    EXPECT_FALSE(anyClosePair(one, scale, keep(within)));
-    EXPECT_FALSE(anyClosePair(one, other, scale, keep(between)));
+    auto const within = closePairs(one, nullptr, scale);
+    auto const between = closePairs(one, &other, scale);
     std::size_t met = 0, missed = 0;
     for (std::size_t i = 0; i < one.edges(); ++i) {
         auto const count = [&](Outline const& outline, std::size_t k, Pairs const& asked) {
@@ -115,10 +129,10 @@ std::size_t expectAllAskedAbout(Outline const& one, Outline const& other)
             met += meets;
             missed += meets && asked.count({i, k}) == 0;
         };
-        for (std::size_t k = 0; k < i; ++k)
-            count(one, k, within);
-        for (std::size_t k = 0; k < other.edges(); ++k)
-            count(other, k, between);
+        for (std::size_t k = 0; within && k < i; ++k)
+            count(one, k, *within);
+        for (std::size_t k = 0; between && k < other.edges(); ++k)
+            count(other, k, *between);
     }
     EXPECT_EQ(missed, 0U);
     return met;
@@ -165,11 +179,12 @@ TEST(CloseEdges, AreFewWhereOnlyBoxesOverlap)
         std::size_t asked = 0;
         Outline const outline{points, true};
         auto const count = [&](std::size_t, std::size_t) { return ++asked, false; };
-        EXPECT_FALSE(anyClosePair(outline, scaleOf(points), count));
+        EXPECT_EQ(anyClosePair(outline, scaleOf(points), count), std::optional(false));
         EXPECT_LT(asked, 24 * outline.edges());
         asked = 0;
         Points const others = moved(points, random);
-        EXPECT_FALSE(anyClosePair(outline, {others, true}, 2 * scaleOf(points), count));
+        EXPECT_EQ(anyClosePair(outline, {others, true}, 2 * scaleOf(points), count),
+                  std::optional(false));
         EXPECT_LT(asked, 24 * outline.edges());
     }
 }
@@ -209,6 +224,32 @@ TEST(CloseEdges, CrossingsOfSlantedTeethAreThoseOfAllPairs)
     }
     EXPECT_GT(crossing, 3);
     EXPECT_GT(simple, 3);
+}
+
+TEST(CloseEdges, WhereAllAreCloseTheAnswersAreThoseOfAllPairs)
+{
+    std::mt19937 random(4);
+    Points points = teeth(160, 300, 0.7, random);
+    for (auto& point : points)
+        point = point * 1e-9;
+    Outline const outline{points, true};
+    auto const none = [](std::size_t, std::size_t) { return false; };
+    EXPECT_EQ(anyClosePair(outline, 1e-6, none), std::nullopt);
+    EXPECT_FALSE(qcContour(points).isSelfIntersecting());
+    EXPECT_FALSE(qnPlain::Contour(points).isSelfIntersecting());
+    for (auto& point : points)
+        point = point * 2e4;
+    points[points.size() / 2] += qcVector<2>(2e-4, 1e-4);
+    EXPECT_EQ(qcContour(points).isSelfIntersecting(),
+              qnPlain::Contour(points).isSelfIntersecting());
+    Points met, others = points;
+    for (auto& point : others)
+        point += qcVector<2>(3e-6, 1e-6);
+    for (auto const& edge : qnPlain::edges(others, true))
+        for (auto const& point : qnPlain::Contour(points).intersections(edge, true))
+            met.push_back(point);
+    EXPECT_GT(met.size(), 100U);
+    EXPECT_EQ(qcContour(points).intersections(qcContour(others)), met);
 }
 
 TEST(CloseEdges, AWalkAlongSlantedTeethIsThatOfThePlainSteps)
