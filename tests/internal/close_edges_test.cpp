@@ -228,23 +228,25 @@ TEST(CloseEdges, CrossingsOfSlantedTeethAreThoseOfAllPairs)
 
 TEST(CloseEdges, WhereAllAreCloseTheAnswersAreThoseOfAllPairs)
 {
+    // So far away an edge reaches over several teeth.
     std::mt19937 random(4);
-    Points points = teeth(160, 300, 0.7, random);
-    for (auto& point : points)
-        point = point * 1e-9;
-    Outline const outline{points, true};
+    auto const farAway = [&](Points points) {
+        for (auto& point : points)
+            point = point * 1e-5 + qcVector<2>(1e9, 1e9);
+        return points;
+    };
+    Points near = teeth(160, 300, 0.7, random);
+    Points const points = farAway(near);
     auto const none = [](std::size_t, std::size_t) { return false; };
-    EXPECT_EQ(anyClosePair(outline, 1e-6, none), std::nullopt);
+    EXPECT_EQ(anyClosePair({points, true}, 2e9, none), std::nullopt);
     EXPECT_FALSE(qcContour(points).isSelfIntersecting());
     EXPECT_FALSE(qnPlain::Contour(points).isSelfIntersecting());
-    for (auto& point : points)
-        point = point * 2e4;
-    points[points.size() / 2] += qcVector<2>(2e-4, 1e-4);
-    EXPECT_EQ(qcContour(points).isSelfIntersecting(),
-              qnPlain::Contour(points).isSelfIntersecting());
-    Points met, others = points;
-    for (auto& point : others)
-        point += qcVector<2>(3e-6, 1e-6);
+    near[near.size() - 8] += qcVector<2>(-9, 5);
+    Points const crossing = farAway(near);
+    EXPECT_TRUE(qcContour(crossing).isSelfIntersecting());
+    EXPECT_TRUE(qnPlain::Contour(crossing).isSelfIntersecting());
+    Points met;
+    Points const others = farAway(moved(near, random));
     for (auto const& edge : qnPlain::edges(others, true))
         for (auto const& point : qnPlain::Contour(points).intersections(edge, true))
             met.push_back(point);
