@@ -15,7 +15,6 @@
 #include <geos/noding/MCIndexSegmentSetMutualIntersector.h>
 #include <geos/noding/SegmentIntersector.h>
 #include <geos/operation/distance/IndexedFacetDistance.h>
-#include <geos/operation/polygonize/BuildArea.h>
 #include <geos/operation/valid/IsSimpleOp.h>
 
 #include <memory>
@@ -206,10 +205,7 @@ bool const registered[] = {
              return !simple.isSimple();
          }),
     once("regularise", "GEOS", outline,
-         [](auto const& geometry, Work const&) {
-             geos::operation::polygonize::BuildArea builder;
-             return builder.build(geometry->Union().get())->getNumPoints();
-         }),
+         [](auto const& geometry, Work const&) { return geometry->buffer(0)->getNumPoints(); }),
     once(
         "set_crossing", "GEOS",
         [](Work const& given) {
