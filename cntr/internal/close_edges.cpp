@@ -130,11 +130,11 @@ private:
             Pair const high = pairAt(boxes.maxX, i);
             Pair const lowRise = pairAt(boxes.minY, i) - low;
             Pair const highRise = pairAt(boxes.maxY, i) - high;
-            auto const above = (high + highRise * piece.begin < both(piece.atBegin.low)) &
-                               (high + highRise * piece.end < both(piece.atEnd.low));
-            auto const below = (low + lowRise * piece.begin > both(piece.atBegin.high)) &
-                               (low + lowRise * piece.end > both(piece.atEnd.high));
-            return ~(above | below);
+            PairMask const above = bothHold(high + highRise * piece.begin < both(piece.atBegin.low),
+                                            high + highRise * piece.end < both(piece.atEnd.low));
+            PairMask const below = bothHold(low + lowRise * piece.begin > both(piece.atBegin.high),
+                                            low + lowRise * piece.end > both(piece.atEnd.high));
+            return ~eitherHolds(above, below);
         });
     }
 
