@@ -257,10 +257,14 @@ TEST(CloseEdges, WhereAllAreCloseTheAnswersAreThoseOfAllPairs)
 TEST(CloseEdges, AWalkAlongSlantedTeethIsThatOfThePlainSteps)
 {
     std::mt19937 random(3);
+    int crossing = 0;
     for (int i = 0; i < rounds(1); ++i) {
         Points points = teeth(900, 1800, uniform(random, 0.3, 1.2), random);
         points[points.size() / 2] += qcVector<2>(uniform(random, 10, 30), 20);  // across others
-        EXPECT_EQ(qcRegion(points, qcContourDefs::eRegularize).points(),
-                  qnPlain::boundaryWalk(points));
+        bool const crosses = qnPlain::Contour(points).isSelfIntersecting();
+        EXPECT_TRUE(qcRegion(points, qcContourDefs::eRegularize).points() ==
+                    (crosses ? qnPlain::boundaryWalk(points) : points));
+        crossing += crosses;
     }
+    EXPECT_GT(crossing, 0);
 }
