@@ -204,7 +204,7 @@ bool const registered[] = {
              geos::operation::valid::IsSimpleOp simple(*geometry);
              return !simple.isSimple();
          }),
-    once("regularise", "GEOS", outline,
+    once("regularise", "GEOS", polygon,
          [](auto const& geometry, Work const&) { return geometry->buffer(0)->getNumPoints(); }),
     once(
         "set_crossing", "GEOS",
