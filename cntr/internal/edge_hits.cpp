@@ -118,13 +118,24 @@ void HitQuery::sortSeveral(std::vector<EdgeHit>& hits) const
 
 bool HitQuery::sortByDistinctKeys(std::vector<EdgeHit>& hits) const
 {
-    auto const ordered = [this](EdgeHit const& a, EdgeHit const& b) { return key(a) < key(b); };
-    for (auto const& hit : hits)
-        if (key(hit) != key(hit))
+    using Place = std::pair<double, std::size_t>;  // along the segment, and in the list
+    std::vector<Place> places;
+    places.reserve(hits.size());
+    for (auto const& hit : hits) {
+        places.emplace_back(key(hit), places.size());
+        if (places.back().first != places.back().first)
             return false;  // NaN has no place in an order
-    std::sort(hits.begin(), hits.end(), ordered);
-    auto const equallyFar = [this](EdgeHit const& a, EdgeHit const& b) { return key(a) == key(b); };
-    return std::adjacent_find(hits.begin(), hits.end(), equallyFar) == hits.end();
+    }
+    std::sort(places.begin(), places.end());
+    auto const equallyFar = [](Place const& a, Place const& b) { return a.first == b.first; };
+    if (std::adjacent_find(places.begin(), places.end(), equallyFar) != places.end())
+        return false;
+    std::vector<EdgeHit> sorted;
+    sorted.reserve(hits.size());
+    for (auto const& place : places)
+        sorted.push_back(hits[place.second]);
+    hits.swap(sorted);
+    return true;
 }
 
 }  // namespace qnInternal

@@ -77,7 +77,7 @@ private:
     std::optional<qcVector<2>> meetsInBox(qcVector<2> const& from, qcVector<2> const& to) const;
     std::optional<qcVector<2>> meetsExactly(qcVector<2> const& from, qcVector<2> const& to) const;
 
-    /// Where no two keys are equal every sort gives one order; else false, and the hits are in any.
+    /// Where no two keys are equal every sort gives one order; else false.
     bool sortByDistinctKeys(std::vector<EdgeHit>& hits) const;
 
     double key(EdgeHit const& hit) const { return (hit.point - a_) * direction_; }
