@@ -72,10 +72,10 @@ double savedAndLoaded()
     return loaded.points().back().x();
 }
 
-double regularised()
+double regularised(std::string const& shape, std::size_t n)
 {
     qcRegion result;
-    qcRegion(outline("rose", 2000)).regularize(result);
+    qcRegion(outline(shape, n)).regularize(result);
     return static_cast<double>(result.points().size());
 }
 
@@ -108,7 +108,10 @@ std::map<std::string, std::function<double()>> const workloads{
      [] { return double(qcContour(outline("comb", 10000)).isSelfIntersecting()); }},
     {"farthest_circle_5000",
      [] { return qcContour(outline("circle", 5000)).diameter(qcContourDefs::eFarthestPair); }},
-    {"regularise_rose_2000", regularised},
+    {"self_crossing_teeth_2000",
+     [] { return double(qcContour(outline("teeth", 2000)).isSelfIntersecting()); }},
+    {"regularise_few_5000", [] { return regularised("few", 5000); }},
+    {"regularise_rose_2000", [] { return regularised("rose", 2000); }},
     {"merge_200", merged},
     {"save_load_10000", savedAndLoaded},
 };
