@@ -23,7 +23,7 @@ namespace {
 /// little use (`outline_x_outline` of teeth in bench/crossings_bench.cpp; a comb takes fewer than two).
 constexpr std::size_t kMostComparisons = 16;
 constexpr std::size_t kMoreAMeeting = 4;
-constexpr std::size_t kUnlimited = std::numeric_limits<std::size_t>::max() / 2;
+constexpr std::size_t kUnlimited = std::size_t{1} << 30;  // times edges it does not overflow
 
 HitQuery queryOf(Outline const& others, std::size_t other)
 {
@@ -73,8 +73,8 @@ meetingsOfClosePairs(Outline const& outline, Outline const& others, double scale
 class Search {
 public:
     Search(Outline const& outline, EdgeIndex const* index, Outline const& others,
-           std::size_t mostComparisons)
-        : outline_(outline), index_(index), others_(others), mostComparisons_(mostComparisons)
+           std::size_t mostAnEdge)
+        : outline_(outline), index_(index), others_(others), mostAnEdge_(mostAnEdge)
     {
     }
 
@@ -82,9 +82,11 @@ public:
     std::optional<std::vector<qcVector<2>>> run()
     {
         std::size_t const count = others_.edges();
+        std::size_t const inAdvance = count / 8;  // what begins with more mostly goes on like that
         for (std::size_t begin = 0; begin < count; begin += kStretch) {
-            lookAt(begin, std::min(begin + kStretch, count));
-            if (comparisons_ > mostComparisons_ + kMoreAMeeting * found_.size())
+            std::size_t const end = std::min(begin + kStretch, count);
+            lookAt(begin, end);
+            if (comparisons_ > mostAnEdge_ * (end + inAdvance) + kMoreAMeeting * found_.size())
                 return std::nullopt;
         }
         return std::move(found_);
@@ -246,7 +248,7 @@ private:
     std::size_t begin_ = 0;  // the stretch
     std::size_t end_ = 0;
     std::size_t comparisons_ = 0;  // of edges with runs
-    std::size_t mostComparisons_;
+    std::size_t mostAnEdge_;       // of the other outline
     BoxGroup runs_;
     Extent whole_ = noExtent();
     std::array<std::optional<BoxGroup>, kRun> boxes_;  // of the edges, by run
@@ -263,7 +265,9 @@ std::vector<qcVector<2>> meetings(Outline const& outline, EdgeIndex const* index
                                   Outline const& others)
 {
     std::size_t const most =
-        index ? kMostComparisons * (outline.edges() + others.edges()) : kUnlimited;
+        index && others.edges() > 0
+            ? kMostComparisons * (outline.edges() + others.edges()) / others.edges()
+            : kUnlimited;
     auto found = Search(outline, index, others, most).run();
     if (!found)
         found = meetingsOfClosePairs(outline, others, index->scale());
