@@ -158,7 +158,7 @@ bool qcRegion::facesOutside(long edge, double probe, Surroundings& around) const
     qcVector<2> const b = middle - across;
     bool const aWound = edge >= kTriedPlainly && surelyWound(a);
     bool const bWound = edge >= kTriedPlainly && surelyWound(b);
-    // It ends at the vertex behind its own, and stands there in the order of edges.
+    // Numbered here by the vertex that it begins at, in the index by the one that it ends at.
     auto const hits = [&](qcVector<2> const& p, qcVector<2> const& q) {
         return around.hitsBetween(p, q, static_cast<std::size_t>(edge) + 1);
     };

@@ -25,7 +25,7 @@ std::vector<Question> const& questions()
     static std::vector<std::size_t> const sizes{4, 16, 64, 100, 1000, 10000, 100000};
     // Four points of a spiral lie on one line, and an ellipse has five parameters.
     static std::vector<std::size_t> const more{16, 64, 100, 1000, 10000, 100000};
-    // Where libraries go by boxes alone, ten times as many take minutes.
+    // Where a library goes by boxes alone, ten times as many edges take a hundred times as long.
     static std::vector<std::size_t> const upToTenThousand{16, 64, 100, 1000, 10000};
     static std::vector<std::size_t> const members{10, 100, 1000};
     static std::vector<std::string> const both{"star", "comb"};

@@ -64,12 +64,8 @@ CloseEdgeLists::CloseEdgeLists(Outline const& outline, EdgeIndex const* index) :
 void CloseEdgeLists::findHits(HitQuery const& query, std::size_t k,
                               std::vector<EdgeHit>& found) const
 {
-    found.clear();
-    for (std::size_t i = begin_[k]; i < begin_[k + 1]; ++i)
-        if (auto const point = query.meets(edgeStart(outline_.points, outline_.closed, edges_[i]),
-                                           edgeEnd(outline_.points, outline_.closed, edges_[i])))
-            found.push_back({*point, static_cast<int>(edges_[i])});
-    query.sortAlong(found);
+    findHitsAmong(edges_.data() + begin_[k], edges_.data() + begin_[k + 1], query, outline_.points,
+                  outline_.closed, found);
 }
 
 }  // namespace qnInternal

@@ -4,6 +4,7 @@
 
 #include "cntr/internal/box.h"
 #include "cntr/internal/box_group.h"
+#include "cntr/internal/edge_walk.h"
 #include "cntr/internal/tolerances.h"
 
 #include <qc/core/vector.h>
@@ -88,5 +89,19 @@ private:
     Box box_;
     bool touchingEnds_;
 };
+
+/// Replaces `found` by the hits of a query with those edges of an outline whose numbers stand from `first`
+/// up to `last`, in the order of HitQuery::sortAlong().
+template <class Iterator>
+void findHitsAmong(Iterator first, Iterator last, HitQuery const& query,
+                   std::vector<qcVector<2>> const& points, bool closed, std::vector<EdgeHit>& found)
+{
+    found.clear();
+    for (; first != last; ++first)
+        if (auto const point =
+                query.meets(edgeStart(points, closed, *first), edgeEnd(points, closed, *first)))
+            found.push_back({*point, static_cast<int>(*first)});
+    query.sortAlong(found);
+}
 
 }  // namespace qnInternal

@@ -20,12 +20,7 @@ bool NearbyEdges::findHits(HitQuery const& query, std::size_t k, std::vector<Edg
         moveTo(leaf);
     if (!areFew_ || !holds(place_, query.box().min) || !holds(place_, query.box().max))
         return false;
-    found.clear();
-    for (std::size_t const edge : edges_)
-        if (auto const point = query.meets(edgeStart(outline_.points, outline_.closed, edge),
-                                           edgeEnd(outline_.points, outline_.closed, edge)))
-            found.push_back({*point, static_cast<int>(edge)});
-    query.sortAlong(found);
+    findHitsAmong(edges_.begin(), edges_.end(), query, outline_.points, outline_.closed, found);
     return true;
 }
 
