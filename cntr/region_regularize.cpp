@@ -16,6 +16,15 @@ namespace {
 /// without a ray.
 constexpr long kTriedPlainly = 1;
 
+/// Whether edge k of a closed outline runs between two points.
+bool isEdge(std::vector<qcVector<2>> const& outline, std::size_t k, qcVector<2> const& one,
+            qcVector<2> const& other)
+{
+    qcVector<2> const& from = qnInternal::edgeStart(outline, true, k);
+    qcVector<2> const& to = outline[k];
+    return (one == from && other == to) || (one == to && other == from);
+}
+
 }  // namespace
 
 /// What meets segments and rays from points that lie one beside the other along the outline.
@@ -172,13 +181,16 @@ std::vector<qcVector<2>> qcRegion::walkBoundary(long start) const
     qnInternal::NearbyEdges nearby({points(), true}, edgeIndex(), qnInternal::kOnSegment);
     std::vector<qnInternal::EdgeHit> found;
     auto const firstCrossing = [&](qcVector<2> const& from, qcVector<2> const& to, long edge) {
-        qnInternal::HitQuery const query(from, to, false);
         auto const k = static_cast<std::size_t>(edge);
+        auto const none = std::optional<qnInternal::EdgeHit>();
+        if (!closeEdges.known() && isEdge(points(), k, from, to) && nearby.isClear(k))
+            return none;
+        qnInternal::HitQuery const query(from, to, false);
         if (closeEdges.known() && query.regular())
             closeEdges.findHits(query, k, found);
         else if (!nearby.findHits(query, k, found))
             findHits(query, found);
-        return found.empty() ? std::nullopt : std::optional(found.front());
+        return found.empty() ? none : std::optional(found.front());
     };
     auto walked = qnInternal::walkBoundary(points(), start, firstCrossing);
     if (!walked)

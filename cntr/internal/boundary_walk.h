@@ -34,13 +34,14 @@ template <class FirstCrossing>
 WalkState stepAlong(std::vector<qcVector<2>> const& outline, WalkState const& state,
                     FirstCrossing const& firstCrossing)
 {
-    auto const count = static_cast<long>(outline.size());
-    long const ahead = state.forward ? state.next : (state.next + count - 1) % count;
-    qcVector<2> const& target = outline[static_cast<std::size_t>(ahead)];
+    auto const last = static_cast<long>(outline.size()) - 1;
+    long const before = state.next == 0 ? last : state.next - 1;
+    long const behind = state.next == last ? 0 : state.next + 1;
+    qcVector<2> const& target =
+        outline[static_cast<std::size_t>(state.forward ? state.next : before)];
     if (auto const hit = firstCrossing(state.point, target, state.next))
         return {hit->point, hit->edge, !state.forward};
-    long const step = state.forward ? 1 : count - 1;
-    return {target, (state.next + step) % count, state.forward};
+    return {target, state.forward ? behind : before, state.forward};
 }
 
 /// The points met on the way from vertex `start`, first towards vertex start + 1, until the walk is
@@ -53,6 +54,7 @@ std::optional<std::vector<qcVector<2>>> walkBoundary(std::vector<qcVector<2>> co
     qcVector<2> const first = outline[static_cast<std::size_t>(start)];
     WalkState state{first, start + 1, true};
     std::vector<qcVector<2>> walked;
+    walked.reserve(outline.size());
     // One remembered state suffices to see a repetition, if it is renewed ever more rarely.
     WalkState remembered = state;
     std::size_t renewAt = 2;
