@@ -227,13 +227,15 @@ template <class Number, class View>
 void SlabIndex::fill(Lists<Number>& lists, View const& outline)
 {
     auto const forEachSlab = [&](auto visit) {
-        for (std::size_t k = 0; k < outline.outline.size(); ++k) {
-            double const one = outline.start(k).y(), other = outline.end(k).y();
-            double const low = std::min(one, other) - reach_.toVertex();
-            double const high = std::max(one, other) + reach_.toVertex();
-            for (std::size_t s = slabOf(low); s <= slabOf(high); ++s)
-                visit(k, s);
-        }
+        forEachEdge(outline.outline, true,
+                    [&](std::size_t k, qcVector<2> const& from, qcVector<2> const& to) {
+                        double const one = outline.seen(from).y(), other = outline.seen(to).y();
+                        auto const [low, high] =
+                            slabsOf(Pair{std::min(one, other) - reach_.toVertex(),
+                                         std::max(one, other) + reach_.toVertex()});
+                        for (std::size_t s = low; s <= high; ++s)
+                            visit(k, s);
+                    });
     };
     lists.begin.assign(slabCount_ + 1, 0);
     forEachSlab([&](std::size_t, std::size_t s) { ++lists.begin[s]; });
@@ -274,12 +276,12 @@ void SlabIndex::sort(Lists<Number>& lists, View const& outline)
     }
 }
 
-std::size_t SlabIndex::slabOf(double y) const
+std::pair<std::size_t, std::size_t> SlabIndex::slabsOf(Pair heights) const
 {
-    double const slab = (y - bottom_) * slabsPerUnit_;
-    if (!(slab > 0))  // NaN for the bottom of an outline so flat that the scale is infinite
-        return 0;
-    return static_cast<std::size_t>(std::min(slab, static_cast<double>(slabCount_ - 1)));
+    Pair const place = (heights - bottom_) * slabsPerUnit_;
+    // 0 for NaN too: the bottom of an outline so flat that the scale is infinite.
+    Pair const slab = smaller(larger(place, both(0)), both(static_cast<double>(slabCount_ - 1)));
+    return {static_cast<std::uint32_t>(slab[0]), static_cast<std::uint32_t>(slab[1])};
 }
 
 ParityCount SlabIndex::countSlab(std::vector<qcVector<2>> const& outline, qcVector<2> const& point,
@@ -288,7 +290,7 @@ ParityCount SlabIndex::countSlab(std::vector<qcVector<2>> const& outline, qcVect
     return withLists(*this, outline, [&](auto const& lists, auto const& edges) {
         auto const& seen = edges.seen(point);
         ParityCount count(seen, toVertex, toEdge);
-        std::size_t const slab = slabOf(seen.y());
+        std::size_t const slab = slabsOf(both(seen.y())).first;
         if (widest_.empty())
             addEdges(lists, edges, slab, count);
         else

@@ -21,12 +21,14 @@
 
 #include "cntr/internal/box.h"
 
+#include <qc/core/internal/pair.h>
 #include <qc/core/vector.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -172,7 +174,7 @@ private:
     template <class Number, class View>
     void addSorted(Lists<Number> const& lists, View const& outline, qcVector<2> const& point,
                    double toVertex, std::size_t slab, ParityCount& count) const;
-    std::size_t slabOf(double y) const;
+    std::pair<std::size_t, std::size_t> slabsOf(Pair heights) const;
 
     ParityReach reach_;
     bool vertical_ = false;  // x and y have changed places in all below
