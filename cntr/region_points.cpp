@@ -1,6 +1,7 @@
 // A region and a point: containment, closest vertex, closest boundary point, distance.
 #include <cntr/region.h>
 
+#include "cntr/internal/first_circle.h"
 #include "cntr/internal/nearest.h"
 #include "cntr/internal/ray_direction.h"
 
@@ -29,22 +30,33 @@ std::optional<qcVector<2>> qcRegion::containmentRay(qcVector<2> const& point,
     return *direction * (2 * circle(qcContourDefs::eFromFirstPoint).radius);
 }
 
-long qcRegion::insideCount(qcVector<2> const& point) const
+bool qcRegion::insideByRay(qcVector<2> const& point) const
 {
     if (!encloseRect(qcXform<2>()).within(point))
-        return 0;
+        return false;
+    std::optional<qnInternal::FirstCircle> around;
+    if (auto const reach = parityReach())
+        around.emplace(points().front(), circle(qcContourDefs::eFromFirstPoint).radius, *reach);
+    bool const beyond = around && around->isBeyond(point);
+    if (beyond && around->isPassedFrom(point))
+        return false;
     qnInternal::RaySight sight;
+    if (beyond)
+        sight.first = around->lowestAngle(point);
     auto const ray = containmentRay(point, sight);
     if (!ray)
-        return 1;  // on a vertex
-    return static_cast<long>(crossings(qcLineSeg(point, point + *ray), false, false).size());
+        return true;  // on a vertex
+    qcVector<2> const end = point + *ray;
+    if (beyond && around->isBeyond(end))
+        return false;
+    return crossings(qcLineSeg(point, end), false, false).size() % 2 == 1;
 }
 
 bool qcRegion::insideOutline(qcVector<2> const& point) const
 {
     if (auto const certain = certainlyInside(point))
         return *certain;
-    return insideCount(point) % 2 == 1;
+    return insideByRay(point);
 }
 
 bool qcRegion::inside(qcVector<2> const& point, bool considerHoles) const

@@ -176,7 +176,7 @@ private:
     void checkHoles(std::vector<qcPtrHandle_const<qcRegion>> const& holes);
     void serializeLegacy(qcArchive& archive);
 
-    CNTR_HIDDEN long insideCount(qcVector<2> const& point) const;
+    CNTR_HIDDEN bool insideByRay(qcVector<2> const& point) const;
 
     // From a point to the end of the ray; nothing for a point on a vertex.
     std::optional<qcVector<2>> containmentRay(qcVector<2> const& point,
