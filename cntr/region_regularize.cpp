@@ -9,10 +9,11 @@
 #include "cntr/internal/ray_direction.h"
 #include "cntr/internal/region_loops.h"
 #include "cntr/internal/tolerances.h"
+#include "cntr/internal/winding.h"
 
 namespace {
 
-/// So many edges are tried as they come; then the slabs are worth building that reject most edges
+/// So many edges are tried as they come; then it pays to prepare for the windings that reject most edges
 /// without a ray.
 constexpr long kTriedPlainly = 1;
 
@@ -43,6 +44,14 @@ public:
         if (!nearby_.findHits(query, edge, hits_))
             region_.findHits(query, hits_);
         return hits_.size();
+    }
+
+    /// Whether the outline is sure to wind around a point: then no ray from there is free.
+    bool isWound(qcVector<2> const& point)
+    {
+        prepare();
+        return windings_ && !windings_->isSpent() ? windings_->surelyWound(point)
+                                                  : region_.surelyWound(point);
     }
 
     /// Whether the containment ray from a point, or the one the other way, meets nothing.
@@ -87,14 +96,21 @@ private:
 
     bool surelyBlocked(qcVector<2> const& point)
     {
-        if (!prepared_) {
-            prepared_ = true;
-            auto const* const index = region_.edgeIndex();
-            auto const reach = region_.parityReach();
-            if (index && reach)
-                blocked_.emplace(region_.points(), *index, *reach, region_.medianFeatureSize());
-        }
+        prepare();
         return blocked_ && blocked_->certainAt(point);
+    }
+
+    void prepare()
+    {
+        if (prepared_)
+            return;
+        prepared_ = true;
+        auto const* const index = region_.edgeIndex();
+        auto const reach = region_.parityReach();
+        if (!index || !reach)
+            return;
+        windings_.emplace(region_.points(), *index, *reach);
+        blocked_.emplace(region_.points(), *index, *reach, region_.medianFeatureSize());
     }
 
     qcRegion const& region_;
@@ -104,6 +120,7 @@ private:
     std::optional<std::size_t> ahead_;  // edges that were in the way
     std::optional<std::size_t> behind_;
     bool prepared_ = false;
+    std::optional<qnInternal::WindingCount> windings_;
     std::optional<qnInternal::BlockedRays> blocked_;
 };
 
@@ -165,8 +182,8 @@ bool qcRegion::facesOutside(long edge, double probe, Surroundings& around) const
     qcVector<2> const across = qcVector<2>(-along.y(), along.x()) * probe;
     qcVector<2> const a = middle + across;
     qcVector<2> const b = middle - across;
-    bool const aWound = edge >= kTriedPlainly && surelyWound(a);
-    bool const bWound = edge >= kTriedPlainly && surelyWound(b);
+    bool const aWound = edge >= kTriedPlainly && around.isWound(a);
+    bool const bWound = edge >= kTriedPlainly && around.isWound(b);
     // Numbered here by the vertex that it begins at, in the index by the one that it ends at.
     auto const hits = [&](qcVector<2> const& p, qcVector<2> const& q) {
         return around.hitsBetween(p, q, static_cast<std::size_t>(edge) + 1);
@@ -180,17 +197,17 @@ std::vector<qcVector<2>> qcRegion::walkBoundary(long start) const
     qnInternal::CloseEdgeLists const closeEdges({points(), true}, edgeIndex());
     qnInternal::NearbyEdges nearby({points(), true}, edgeIndex(), qnInternal::kOnSegment);
     std::vector<qnInternal::EdgeHit> found;
-    auto const firstCrossing = [&](qcVector<2> const& from, qcVector<2> const& to, long edge) {
+    auto const firstCrossing = [&](qcVector<2> const& from, qcVector<2> const& to,
+                                   long edge) -> qnInternal::EdgeHit const* {
         auto const k = static_cast<std::size_t>(edge);
-        auto const none = std::optional<qnInternal::EdgeHit>();
         if (!closeEdges.known() && isEdge(points(), k, from, to) && nearby.isClear(k))
-            return none;
+            return nullptr;
         qnInternal::HitQuery const query(from, to, false);
         if (closeEdges.known() && query.regular())
             closeEdges.findHits(query, k, found);
         else if (!nearby.findHits(query, k, found))
             findHits(query, found);
-        return found.empty() ? none : std::optional(found.front());
+        return found.empty() ? nullptr : &found.front();
     };
     auto walked = qnInternal::walkBoundary(points(), start, firstCrossing);
     if (!walked)

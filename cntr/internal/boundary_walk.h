@@ -28,20 +28,23 @@ inline bool sameState(WalkState const& a, WalkState const& b)
 /// Takes one step: to the first crossing on the way, where the walk turns onto the crossed edge and
 /// reverses its direction, or else to the vertex ahead.
 ///
-/// `firstCrossing(from, to, edge)` gives the first crossing of the outline strictly between two points
-/// on the way along an edge, numbered as that of a closed outline.
+/// `firstCrossing(from, to, edge)` points to the first crossing of the outline strictly between two
+/// points on the way along an edge, numbered as that of a closed outline; null where there is none.
 template <class FirstCrossing>
-WalkState stepAlong(std::vector<qcVector<2>> const& outline, WalkState const& state,
-                    FirstCrossing const& firstCrossing)
+void stepAlong(std::vector<qcVector<2>> const& outline, WalkState& state,
+               FirstCrossing const& firstCrossing)
 {
     auto const last = static_cast<long>(outline.size()) - 1;
     long const before = state.next == 0 ? last : state.next - 1;
     long const behind = state.next == last ? 0 : state.next + 1;
     qcVector<2> const& target =
         outline[static_cast<std::size_t>(state.forward ? state.next : before)];
-    if (auto const hit = firstCrossing(state.point, target, state.next))
-        return {hit->point, hit->edge, !state.forward};
-    return {target, state.forward ? behind : before, state.forward};
+    if (EdgeHit const* const hit = firstCrossing(state.point, target, state.next)) {
+        state = {hit->point, hit->edge, !state.forward};
+        return;
+    }
+    state.point = target;
+    state.next = state.forward ? behind : before;
 }
 
 /// The points met on the way from vertex `start`, first towards vertex start + 1, until the walk is
@@ -59,7 +62,7 @@ std::optional<std::vector<qcVector<2>>> walkBoundary(std::vector<qcVector<2>> co
     WalkState remembered = state;
     std::size_t renewAt = 2;
     do {
-        state = stepAlong(outline, state, firstCrossing);
+        stepAlong(outline, state, firstCrossing);
         walked.push_back(state.point);
         if (state.point == first)
             return walked;

@@ -151,22 +151,6 @@ bool ParityCount::leavesOut(Box const& box) const
            box.max.x() - point_.x() < -reach_;
 }
 
-[[gnu::always_inline]] inline void ParityCount::add(qcVector<2> const& from, qcVector<2> const& to)
-{
-    qcVector<2> const a = from - point_;
-    qcVector<2> const b = to - point_;
-    if ((a.y() > reach_ && b.y() > reach_) || (a.y() < -reach_ && b.y() < -reach_))
-        return;
-    if (a.x() < -reach_ && b.x() < -reach_)
-        return;
-    // 1 upwards and -1 downwards across the height of the point, else 0.
-    int const up = static_cast<int>(b.y() > 0) - static_cast<int>(a.y() > 0);
-    if (a.x() > reach_ && b.x() > reach_)
-        turns_ += up;
-    else
-        addClose(a, b, up);
-}
-
 void ParityCount::addClose(qcVector<2> const& a, qcVector<2> const& b, int up)
 {
     double const squaredReach = reach_ * reach_;

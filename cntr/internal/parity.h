@@ -126,6 +126,22 @@ private:
     bool near_ = false;
 };
 
+[[gnu::always_inline]] inline void ParityCount::add(qcVector<2> const& from, qcVector<2> const& to)
+{
+    qcVector<2> const a = from - point_;
+    qcVector<2> const b = to - point_;
+    if ((a.y() > reach_ && b.y() > reach_) || (a.y() < -reach_ && b.y() < -reach_))
+        return;
+    if (a.x() < -reach_ && b.x() < -reach_)
+        return;
+    // 1 upwards and -1 downwards across the height of the point, else 0.
+    int const up = static_cast<int>(b.y() > 0) - static_cast<int>(a.y() > 0);
+    if (a.x() > reach_ && b.x() > reach_)
+        turns_ += up;
+    else
+        addClose(a, b, up);
+}
+
 /// The edges of a closed outline by horizontal slabs: as many as the edges about fill, so that a
 /// point looks at a few edges only. At most about 12 bytes an edge, half of it for up to 20 000.
 ///

@@ -76,6 +76,14 @@ private:
 /// More vertices in a wedge than this are many.
 constexpr std::size_t kMany = 64;
 
+/// Room for the angles of a wedge, so that it is asked for once.
+std::vector<double> roomForMany()
+{
+    std::vector<double> angles;
+    angles.reserve(kMany + EdgeIndex::kFan);
+    return angles;
+}
+
 double wideEnough(std::size_t vertexCount)
 {
     return qnAngle::kPi / static_cast<double>(vertexCount);
@@ -148,7 +156,7 @@ std::optional<qcVector<2>> rayDirection(std::vector<qcVector<2>> const& outline,
     double width = narrow;
     std::optional<double> first;
     double previous = 0;
-    std::vector<double> angles;
+    std::vector<double> angles = roomForMany();
     sight.crowded = false;
     for (double from = 0; from < kTurn;) {
         bool const hardlyAny = !first && from < sight.first;
@@ -176,7 +184,7 @@ bool rayDirectionIsBelow(std::vector<qcVector<2>> const& outline, EdgeIndex cons
     constexpr int kMostWedges = 12;
     double const wide = wideEnough(outline.size());
     auto const isWide = [wide](double a, double b) { return through(a, b, wide).has_value(); };
-    std::vector<double> angles;
+    std::vector<double> angles = roomForMany();
     std::optional<double> above;  // the lowest angle seen so far
     double to = angle;
     width = std::max(width, wide);

@@ -9,6 +9,7 @@
 #include "cntr/internal/parity.h"
 #include "cntr/internal/ray_direction.h"
 #include "cntr/internal/self_crossing.h"
+#include "cntr/internal/winding.h"
 #include "tests/support/outlines.h"
 #include "tests/support/plain_contour.h"
 #include "tests/support/plain_region.h"
@@ -260,6 +261,7 @@ TEST(Parity, WhereItIsCertainTheRayAgrees)
         RaySight sight;  // of the place before, which may be far off
         BlockedRays blocked(outline.points, index, reach,
                             outline.points[0].distance(outline.points[1]));
+        WindingCount windings(outline.points, index, reach);
         for (auto const& place : places(outline.points, random)) {
             if (outline.closed) {
                 EXPECT_EQ(rayDirection(outline.points, index, place, sight),
@@ -276,7 +278,11 @@ TEST(Parity, WhereItIsCertainTheRayAgrees)
             auto const roughly = insideByAllEdges(outline.points, place, roughReach);
             EXPECT_TRUE(!roughly || roughly == byEdges) << "less is certain without the circle";
             roughlyCertain += roughly.has_value();
-            if (slabs.surelyWound(outline.points, place)) {
+            bool const isWound = slabs.surelyWound(outline.points, place);
+            if (outline.closed) {
+                EXPECT_EQ(windings.surelyWound(place), isWound);
+            }
+            if (isWound) {
                 ++wound;
                 doubtful += !bySlab;
                 EXPECT_GT(qnPlain::insideCount(outline.points, place, true), 0);
