@@ -101,6 +101,19 @@ Points rosette(std::size_t n, double windings, double more)
     });
 }
 
+/// A round outline that curls into five small loops, each of which it crosses once.
+Points loops(std::size_t n)
+{
+    constexpr double kCurls = 6;
+    Points points;
+    for (std::size_t i = 0; i < n; ++i) {
+        double const angle = kTurn * static_cast<double>(i) / static_cast<double>(n);
+        points.push_back(qcVector<2>(2000, 2000) + qcVector<2>(1500.0, qcRadian(angle)) +
+                         qcVector<2>(300.0, qcRadian(kCurls * angle)));
+    }
+    return points;
+}
+
 Points oval(std::size_t n, std::mt19937& random)
 {
     Points points;
@@ -202,6 +215,7 @@ Points outline(std::string const& shape, std::size_t n, unsigned seed)
         {"teeth", [&] { return teeth(n); }},
         {"rose", [&] { return rosette(n, windings, 1); }},
         {"few", [&] { return rosette(n, 2, 3); }},
+        {"loops", [&] { return loops(n); }},
         {"oval", [&] { return oval(n, random); }},
         {"circle", [&] { return around(n, 1, [](double) { return 1900.0; }); }},
         {"spiral", [&] { return spiral(n); }},

@@ -20,6 +20,7 @@ using Points = std::vector<qcVector<2>>;
 /// | teeth   | straight slanted teeth of four vertices: boxes of edges overlap much     |
 /// | rose    | a curve that crosses itself about n/10 times                             |
 /// | few     | a curve that crosses itself 5 times                                      |
+/// | loops   | a round curve with 5 small loops, so that nearly all of it is boundary   |
 /// | oval    | an ellipse with noise of a hundredth                                     |
 /// | circle  | evenly spaced points of a circle: many pairs nearly equally far apart    |
 /// | spiral  | out and back again between its own turns                                 |

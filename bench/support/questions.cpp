@@ -57,7 +57,7 @@ std::vector<Question> const& questions()
         {"outline_x_outline", {"teeth"}, 0, upToTenThousand},
         {"self_crossing", {"star", "comb", "spiral", "glyph"}, 0, more},
         {"self_crossing", {"teeth"}, 0, upToTenThousand},
-        {"regularise", {"few", "rose"}, -1, sizes},
+        {"regularise", {"few", "loops", "rose"}, -1, sizes},
         {"outer_hull", {"few", "rose"}, -1, sizes},
         {"set_crossing", {"set"}, 0, members},
         {"set_area", {"set"}, 1e-9, members},

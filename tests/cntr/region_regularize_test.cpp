@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 
 using namespace qnTest;
 
@@ -34,6 +35,54 @@ bool compare(Points const& outline)
     EXPECT_EQ(regularized(outline), attempt([&] { return qnPlain::boundaryWalk(outline); }));
     EXPECT_EQ(hull(outline), attempt([&] { return qnPlain::outerHull(outline); }));
     return true;
+}
+
+/// A wavy outline that is mostly clean: with spikes, knots, repeated vertices, small loops, vertices moved on
+/// an edge or onto another vertex, and stretches along the axes.
+Points faultyOutline(std::mt19937& random)
+{
+    auto const upTo = [&](std::size_t n) { return random() % n; };
+    std::size_t const count = 65 + upTo(200);
+    double const waves = static_cast<double>(upTo(9)), depth = qnOutlines::uniform(random, 0, 0.6);
+    bool const lattice = upTo(4) == 0;
+    Points points;
+    for (std::size_t i = 0; i < count; ++i) {
+        double const angle =
+            6.283185307179586 * static_cast<double>(i) / static_cast<double>(count);
+        qcVector<2> const point(100 * (1 + depth * std::sin(waves * angle)), qcRadian(angle));
+        points.push_back(lattice ? qcVector<2>(std::round(point.x()), std::round(point.y()))
+                                 : point);
+    }
+    for (auto faults = 1 + upTo(6); faults > 0; --faults) {
+        std::size_t const i = 2 + upTo(points.size() - 6);
+        qcVector<2> const a = points[i], b = points[i + 1];
+        qcVector<2> const along = b - a, across(-along.y(), along.x());
+        auto const at = points.begin() + static_cast<std::ptrdiff_t>(i) + 1;
+        switch (upTo(6)) {
+        case 0:
+            std::swap(points[i], points[i + 1 + upTo(3)]);
+            break;
+        case 1:
+            points.insert(at, 1 + upTo(2), a);
+            break;
+        case 2:
+            points.insert(at, {a + across * 3, a});
+            break;
+        case 3:
+            points.insert(at, {b + across, a + across, a - across * 0.5});
+            break;
+        case 4:
+            points[i] = points[upTo(points.size())];
+            break;
+        default:
+            points[i] = (points[i - 2] + points[i + 2]) / 2.0;
+        }
+    }
+    if (upTo(2) == 0)
+        std::reverse(points.begin(), points.end());
+    std::rotate(points.begin(), points.begin() + static_cast<std::ptrdiff_t>(upTo(points.size())),
+                points.end());
+    return points;
 }
 
 std::string const kInvalid = "invalid contour";
@@ -140,6 +189,17 @@ TEST(RegionRegularize, SeededOutlinesComeOutAsThePlainStepsSay)
             crossing += compare(curve.points);
         }
     EXPECT_GT(crossing, 500);
+}
+
+TEST(RegionRegularize, LongOutlinesWithFewFaultsComeOutAsThePlainStepsSay)
+{
+    std::mt19937 random(43);
+    int crossing = 0;
+    for (int i = 0; i < rounds(60); ++i) {
+        SCOPED_TRACE("outline " + std::to_string(i));
+        crossing += compare(faultyOutline(random));
+    }
+    EXPECT_GT(crossing, rounds(30));
 }
 
 TEST(RegionRegularize, FindsTheStartAmongManyEdgesThatFaceEachOther)
