@@ -110,12 +110,15 @@ void NearbyEdges::listEdges()
         return;
     areListed_ = true;
     edges_.clear();
-    for (std::size_t const leaf : leaves_)
+    for (std::size_t const leaf : leaves_) {
         for (std::size_t k = index_->leafBegin(leaf); k < index_->leafEnd(leaf); ++k)
             if (edgeOverlaps(edgeStart(outline_.points, outline_.closed, k),
                              edgeEnd(outline_.points, outline_.closed, k), place_))
                 edges_.push_back(k);
-    areFew_ = edges_.size() <= kMostNearby;
+        areFew_ = edges_.size() <= kMostNearby;
+        if (!areFew_)
+            return;
+    }
     std::sort(edges_.begin(), edges_.end());
 }
 

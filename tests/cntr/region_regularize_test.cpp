@@ -47,8 +47,7 @@ Points faultyOutline(std::mt19937& random)
     bool const lattice = upTo(4) == 0;
     Points points;
     for (std::size_t i = 0; i < count; ++i) {
-        double const angle =
-            6.283185307179586 * static_cast<double>(i) / static_cast<double>(count);
+        double const angle = 2 * qnAngle::kPi * static_cast<double>(i) / static_cast<double>(count);
         qcVector<2> const point(100 * (1 + depth * std::sin(waves * angle)), qcRadian(angle));
         points.push_back(lattice ? qcVector<2>(std::round(point.x()), std::round(point.y()))
                                  : point);

@@ -20,7 +20,7 @@ using qnTest::rounds;
 
 namespace {
 
-constexpr double kTurn = 6.283185307179586;
+constexpr double kTurn = 2 * qnAngle::kPi;
 
 /// Out and back again between its own turns.
 Points spiral(std::size_t n, double turns)
