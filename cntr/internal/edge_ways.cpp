@@ -16,7 +16,8 @@ EdgeWays::EdgeWays(EdgeIndex const& index, std::vector<qcVector<2>> const& point
         ways_[node] = waysOf(index, points, index.leafAt(node));
     for (std::size_t level = 1; level < index.levelCount(); ++level)
         for (std::size_t node = 0; node < index.boxCount(level - 1); ++node)
-            ways_[begin_[level] + node / EdgeIndex::kFan] |= ways_[begin_[level - 1] + node];
+            ways_[begin_[level] + node / EdgeIndex::kFan] |=
+                index.inOutlineOrder() ? ways_[begin_[level - 1] + node] : kAllWays;
 }
 
 unsigned char EdgeWays::waysOf(EdgeIndex const& index, std::vector<qcVector<2>> const& points,

@@ -19,7 +19,9 @@ public:
 
     /// Whether edges of two nodes, one and the same or neighbours on the outline, may meet elsewhere
     /// than at shared ends. They do not where all run one way in x and none stands still, so that the
-    /// boxes of no two overlap; or the same in y; or where they go back neither in x nor in y.
+    /// boxes of no two overlap; or the same in y; or where they go back neither in x nor in y. Leaves that
+    /// do not stand in outline order may be of stretches apart, which meet whatever their ways: above level
+    /// 0 they count as turning.
     bool turn(std::size_t level, std::size_t node, std::size_t other) const
     {
         return turn(ways_[begin_[level] + node] | ways_[begin_[level] + other]);
@@ -43,6 +45,7 @@ private:
     /// The ways in which edges run in x, as bits, and behind them those in y.
     enum Way : unsigned { kLess = 1, kMore = 2, kNotLess = 4, kNotMore = 8 };
     static constexpr unsigned kBitsOfX = 4;
+    static constexpr unsigned char kAllWays = 0xFF;
 
     std::array<std::size_t, BoxHierarchy::kMostLevels + 1> begin_{};  // by level
     std::vector<unsigned char> ways_;

@@ -222,6 +222,23 @@ TEST(EdgeIndex, SelfCrossingIsThatOfAllPairsWhereOutlinesRunOneWay)
     EXPECT_GT(crossing, 50);
 }
 
+TEST(EdgeIndex, SelfCrossingIsThatOfAllPairsWhereStretchesLieSideBySide)
+{
+    int crossing = 0, alongTheCurve = 0;
+    int const count = rounds(50);
+    for (auto const& outline : qnOutlines::foldedBack(31, count)) {
+        EdgeIndex const index(outline.points, outline.closed);
+        bool const crosses = qnPlain::Contour(outline.points, outline.closed).isSelfIntersecting();
+        EXPECT_EQ(anyEdgeMeetsAnother(index, outline.points, outline.closed), crosses)
+            << outline.name;
+        crossing += crosses;
+        alongTheCurve += !index.inOutlineOrder();
+    }
+    EXPECT_GT(crossing, count / 4);
+    EXPECT_LT(crossing, count * 3 / 4);
+    EXPECT_GT(alongTheCurve, count / 4);
+}
+
 TEST(EdgeIndex, FarthestPairAndSelfCrossingAreThoseOfAllPairs)
 {
     int crossing = 0, simple = 0;

@@ -134,4 +134,35 @@ std::vector<Outline> randomised(unsigned seed, int count)
     return outlines;
 }
 
+std::vector<Outline> foldedBack(unsigned seed, int count)
+{
+    std::mt19937 random(seed);
+    std::vector<Outline> outlines;
+    for (int i = 0; i < count; ++i) {
+        bool const isSpiral = i % 2 == 0;
+        int const n = 300 + static_cast<int>(random() % 700);
+        double const stretches = 3 + static_cast<double>(random() % 6);
+        int const bump = static_cast<int>(random() % 1000) % n;
+        int const width = 2 + static_cast<int>(random() % 20);
+        double const height = uniform(random, -2, 2);
+        Outline outline{(isSpiral ? "spiral " : "band ") + std::to_string(i), {}, i % 3 == 0};
+        for (int k = 0; k < n; ++k) {
+            double const along = stretches * k / n;
+            double part = along - std::floor(along);
+            double const aside = k < bump || k > bump + width
+                                     ? 0
+                                     : height * std::sin(kTurn / 2 * (k - bump) / width);
+            if (isSpiral) {
+                outline.points.emplace_back(3 + along + aside, qcRadian(kTurn * along));
+                continue;
+            }
+            part = static_cast<int>(along) % 2 == 0 ? part : 1 - part;
+            outline.points.emplace_back(10 * part,
+                                        std::floor(along) + 0.2 * std::sin(9 * part) + aside);
+        }
+        outlines.push_back(outline);
+    }
+    return outlines;
+}
+
 }  // namespace qnOutlines

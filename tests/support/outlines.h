@@ -25,4 +25,8 @@ std::vector<Outline> named();
 /// size of the tolerances, combs, spirals, circles, roses and pinwheels, far away, huge and tiny.
 std::vector<Outline> randomised(unsigned seed, int count);
 
+/// Long outlines that lie beside themselves (spirals and bands to and fro), most with one small bump that
+/// may reach the next stretch, and cross it.
+std::vector<Outline> foldedBack(unsigned seed, int count);
+
 }  // namespace qnOutlines
