@@ -2,8 +2,7 @@
 #include <cntr/contour.h>
 
 #include "cntr/internal/edge_walk.h"
-
-#include <algorithm>
+#include "cntr/internal/median_edge.h"
 
 double qcContour::length() const
 {
@@ -39,16 +38,7 @@ qcVector<2> qcContour::meanPosition() const
 double qcContour::medianFeatureSize() const
 {
     checkEmptyContour();
-    if (!medianFeatureSize_) {
-        std::vector<double> lengths;
-        lengths.reserve(points_.size());
-        qnInternal::forEachEdgeLength(points_, isClosed(),
-                                      [&](double edge) { lengths.push_back(edge); });
-        // Largest first, NaN last: any other place for NaN would not be an order.
-        auto const middle = lengths.begin() + static_cast<std::ptrdiff_t>(lengths.size() / 2);
-        std::nth_element(lengths.begin(), middle, lengths.end(),
-                         [](double a, double b) { return a > b || (a == a && b != b); });
-        medianFeatureSize_ = *middle;
-    }
+    if (!medianFeatureSize_)
+        medianFeatureSize_ = qnInternal::medianEdgeLength(points_, isClosed());
     return *medianFeatureSize_;
 }

@@ -3,6 +3,7 @@
 
 #include "cntr/internal/blocked_rays.h"
 #include "cntr/internal/boundary_walk.h"
+#include "cntr/internal/clear_edges.h"
 #include "cntr/internal/close_edge_lists.h"
 #include "cntr/internal/edge_walk.h"
 #include "cntr/internal/nearby_edges.h"
@@ -16,15 +17,6 @@ namespace {
 /// So many edges are tried as they come; then it pays to prepare for the windings that reject most edges
 /// without a ray.
 constexpr long kTriedPlainly = 1;
-
-/// Whether edge k of a closed outline runs between two points.
-bool isEdge(std::vector<qcVector<2>> const& outline, std::size_t k, qcVector<2> const& one,
-            qcVector<2> const& other)
-{
-    qcVector<2> const& from = qnInternal::edgeStart(outline, true, k);
-    qcVector<2> const& to = outline[k];
-    return (one == from && other == to) || (one == to && other == from);
-}
 
 }  // namespace
 
@@ -195,13 +187,15 @@ bool qcRegion::facesOutside(long edge, double probe, Surroundings& around) const
 std::vector<qcVector<2>> qcRegion::walkBoundary(long start) const
 {
     qnInternal::CloseEdgeLists const closeEdges({points(), true}, edgeIndex());
+    qnInternal::ClearEdges clearEdges(points(), edgeIndex());
     qnInternal::NearbyEdges nearby({points(), true}, edgeIndex(), qnInternal::kOnSegment);
+    auto const isClear = [&](long edge) {
+        return clearEdges.isClear(static_cast<std::size_t>(edge));
+    };
     std::vector<qnInternal::EdgeHit> found;
     auto const firstCrossing = [&](qcVector<2> const& from, qcVector<2> const& to,
                                    long edge) -> qnInternal::EdgeHit const* {
         auto const k = static_cast<std::size_t>(edge);
-        if (!closeEdges.known() && isEdge(points(), k, from, to) && nearby.isClear(k))
-            return nullptr;
         qnInternal::HitQuery const query(from, to, false);
         if (closeEdges.known() && query.regular())
             closeEdges.findHits(query, k, found);
@@ -209,7 +203,7 @@ std::vector<qcVector<2>> qcRegion::walkBoundary(long start) const
             findHits(query, found);
         return found.empty() ? nullptr : &found.front();
     };
-    auto walked = qnInternal::walkBoundary(points(), start, firstCrossing);
+    auto walked = qnInternal::walkBoundary(points(), start, isClear, firstCrossing);
     if (!walked)
         throw qcContourDefs::BadParams(L"invalid contour");
     return *walked;

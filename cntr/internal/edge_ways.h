@@ -24,12 +24,7 @@ public:
     /// 0 they count as turning.
     bool turn(std::size_t level, std::size_t node, std::size_t other) const
     {
-        return turn(ways_[begin_[level] + node] | ways_[begin_[level] + other]);
-    }
-
-    /// The same of edges by the union of their ways.
-    static bool turn(unsigned ways)
-    {
+        unsigned const ways = ways_[begin_[level] + node] | ways_[begin_[level] + other];
         auto const all = [&](unsigned some) { return (ways & some) == some; };
         constexpr unsigned kBack = kLess | kMore;
         constexpr unsigned kBackOrStill = kNotLess | kNotMore;
@@ -37,11 +32,10 @@ public:
                all(kBackOrStill | kBackOrStill << kBitsOfX);
     }
 
-    /// The ways of the edges of one leaf, as bits of which some are set.
+private:
     static unsigned char waysOf(EdgeIndex const& index, std::vector<qcVector<2>> const& points,
                                 std::size_t leaf);
 
-private:
     /// The ways in which edges run in x, as bits, and behind them those in y.
     enum Way : unsigned { kLess = 1, kMore = 2, kNotLess = 4, kNotMore = 8 };
     static constexpr unsigned kBitsOfX = 4;

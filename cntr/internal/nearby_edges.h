@@ -6,7 +6,6 @@
 #include "cntr/internal/edge_index.h"
 
 #include <cstddef>
-#include <optional>
 #include <vector>
 
 namespace qnInternal {
@@ -20,31 +19,22 @@ public:
     {
     }
 
-    /// Whether edge k of the outline, which is closed, is sure to meet no edge between its ends: the boxes
-    /// of others are clear of its own, but for its neighbours, or they run on with it one way.
-    bool isClear(std::size_t k);
-
     /// Replaces `found` by the hits of a query at edge k. False, and `found` is as it was, where the query
     /// reaches further, or too many edges are around: then the index is to be asked.
     bool findHits(HitQuery const& query, std::size_t k, std::vector<EdgeHit>& found);
 
 private:
     bool moveTo(std::size_t edge);
-    bool runsAlone();
-    unsigned waysOf(std::size_t leaf);
-    unsigned edgesTouched();
     void listEdges();
 
     Outline outline_;
     EdgeIndex const* index_;
     double reach_;
-    std::vector<unsigned char> ways_;  // EdgeWays of the leaves, 0 where not asked for yet
 
     std::size_t leaf_ = static_cast<std::size_t>(-1);  // around which the rest was looked for
     Box place_{};
     bool areFew_ = false;
     std::vector<std::size_t> leaves_;  // whose boxes share a point with place_
-    std::optional<unsigned> touched_;  // bits of the leaf's edges that are not clear
     bool areListed_ = false;
     std::vector<std::size_t> edges_;  // whose boxes share a point with place_, ascending
 };

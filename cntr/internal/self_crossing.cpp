@@ -4,7 +4,7 @@
 #include "cntr/internal/close_edges.h"
 #include "cntr/internal/edge_boxes.h"
 #include "cntr/internal/edge_hits.h"
-#include "cntr/internal/edge_ways.h"
+#include "cntr/internal/leaf_pairs.h"
 #include "cntr/internal/tolerances.h"
 
 #include <qc/core/compare.h>
@@ -48,14 +48,14 @@ bool fillWith(Edge& edge, qcVector<2> const& from, qcVector<2> const& to)
 class Search {
 public:
     Search(EdgeIndex const& index, std::vector<qcVector<2>> const& points, bool closed)
-        : index_(index), points_(points), closed_(closed), ways_(index, points),
+        : index_(index), points_(points), closed_(closed), pairs_(index, points),
           mostComparisons_(kMostComparisons * edgeCount(points.size(), closed))
     {
     }
 
     bool run()
     {
-        bool const stopped = within(index_.levelCount() - 1, 0);
+        bool const stopped = search();
         if (!tooMany())
             return stopped;
         if (auto const found =
@@ -63,51 +63,16 @@ public:
                              [&](std::size_t i, std::size_t k) { return edgesMeet(i, k); }))
             return *found;
         mostComparisons_ = std::numeric_limits<std::size_t>::max();
-        return within(index_.levelCount() - 1, 0);
+        return search();
     }
 
 private:
-    /// Whether to stop below the boxes of one group: two edges meet, or comparisons are too many.
-    bool within(std::size_t level, std::size_t group)
+    /// Whether to stop: two edges meet, or comparisons are too many.
+    bool search()
     {
-        BoxGroup const& boxes = index_.group(level, group);
-        std::size_t const begin = group * EdgeIndex::kFan;
-        for (std::size_t i = 0; i < index_.boxesIn(level, group); ++i) {
-            std::size_t const node = begin + i;
-            if (ways_.turn(level, node, node) &&
-                (level == 0 ? withinLeaf(node) : within(level - 1, node)))
-                return true;
-            unsigned const later = boxes.overlapping(boxes.box(i)) & (~1U << i);
-            if (anyBit(later, [&](std::size_t j) { return between(level, node, begin + j); }))
-                return true;
-        }
-        return false;
-    }
-
-    /// Whether to stop below two boxes, which overlap.
-    bool between(std::size_t level, std::size_t a, std::size_t b)
-    {
-        if (areNeighbours(level, a, b) && !ways_.turn(level, a, b))
-            return false;
-        if (level == 0)
-            return betweenLeaves(a, b) || tooMany();
-        BoxGroup const& boxes = index_.group(level - 1, a);
-        BoxGroup const& others = index_.group(level - 1, b);
-        unsigned const near = boxes.overlapping(index_.box(level, b));
-        return anyBit(near, [&](std::size_t i) {
-            return anyBit(others.overlapping(boxes.box(i)), [&](std::size_t j) {
-                return between(level - 1, a * EdgeIndex::kFan + i, b * EdgeIndex::kFan + j);
-            });
+        return pairs_.any([&](std::size_t a, std::size_t b) {
+            return a == b ? withinLeaf(a) : betweenLeaves(a, b) || tooMany();
         });
-    }
-
-    /// Whether the edges of b follow those of a on the outline, or the other way round.
-    bool areNeighbours(std::size_t level, std::size_t a, std::size_t b) const
-    {
-        if (index_.inOutlineOrder())
-            return a + 1 == b || (closed_ && a == 0 && b + 1 == index_.boxCount(level));
-        return level == 0 && (index_.leafAt(a) + 1 == index_.leafAt(b) ||
-                              index_.leafAt(b) + 1 == index_.leafAt(a));
     }
 
     BoxGroup edgesOf(std::size_t leaf) const
@@ -163,7 +128,7 @@ private:
     EdgeIndex const& index_;
     std::vector<qcVector<2>> const& points_;
     bool closed_;
-    EdgeWays ways_;
+    LeafPairs pairs_;
     std::size_t comparisons_ = 0;
     std::size_t mostComparisons_;
 };

@@ -23,18 +23,6 @@ std::vector<EdgeHit> hitsOfAll(HitQuery const& query, Outline const& outline)
     return all;
 }
 
-/// A circle with vertices in each other's place, so that an edge crosses the next but one.
-qnOutlines::Outline circleWithKnots()
-{
-    constexpr int kCount = 300;
-    std::vector<qcVector<2>> points;
-    for (int i = 0; i < kCount; ++i)
-        points.emplace_back(100.0, qcRadian(2 * qnAngle::kPi * i / kCount));
-    for (std::size_t i = 3; i + 1 < points.size(); i += 27)
-        std::swap(points[i], points[i + 1]);
-    return {"knots", points, true};
-}
-
 }  // namespace
 
 TEST(NearbyEdges, HitsAreThoseOfAllEdgesOrNotTold)
@@ -76,36 +64,4 @@ TEST(NearbyEdges, HitsAreThoseOfAllEdgesOrNotTold)
     EXPECT_GT(told, 300);
     EXPECT_GT(meetings, 100);
     EXPECT_GT(untold, 100);
-}
-
-TEST(NearbyEdges, ClearEdgesMeetNothingBetweenTheirEnds)
-{
-    int clear = 0, others = 0, crossed = 0;
-    auto outlines = qnOutlines::randomised(43, qnTest::rounds(600));
-    outlines.push_back(circleWithKnots());
-    for (auto const& outline : outlines) {
-        if (!outline.closed || outline.points.size() <= 8 * BoxGroup::kSize)
-            continue;
-        SCOPED_TRACE(outline.name);
-        EdgeIndex const index(outline.points, true);
-        if (!index.regular())
-            continue;
-        NearbyEdges nearby({outline.points, true}, &index, kOnSegment);
-        std::size_t const step = 1 + outline.points.size() / 400;
-        for (std::size_t k = 0; k < outline.points.size(); k += step) {
-            bool const isClear = nearby.isClear(k);
-            auto const& from = edgeStart(outline.points, true, k);
-            auto const& to = outline.points[k];
-            bool const meets =
-                !hitsOfAll(HitQuery(from, to, false), {outline.points, true}).empty() ||
-                !hitsOfAll(HitQuery(to, from, false), {outline.points, true}).empty();
-            EXPECT_FALSE(isClear && meets) << k;
-            clear += isClear;
-            others += !isClear;
-            crossed += meets;
-        }
-    }
-    EXPECT_GT(clear, 300);
-    EXPECT_GT(others, 1000);
-    EXPECT_GT(crossed, 300);
 }
