@@ -28,27 +28,33 @@ double angleOf(qcVector<2> const& direction)
 /// The directions from a point between two angles, no more than a quarter turn apart.
 class Wedge {
 public:
-    /// `scale` bounds the coordinates of the points that are looked at.
-    Wedge(qcVector<2> const& apex, double from, double to, double scale)
+    /// To points in `bounds`, where the apex is as well; `scale` bounds their coordinates.
+    Wedge(qcVector<2> const& apex, double from, double to, Box const& bounds, double scale)
         : apex_(apex), from_(from), to_(to), right_(1.0, qcRadian(from)), left_(1.0, qcRadian(to)),
-          slack_(kRounding * (scale + std::fabs(apex.x()) + std::fabs(apex.y())))
+          slack_(kRounding * (scale + std::fabs(apex.x()) + std::fabs(apex.y()))),
+          box_(boxAround(bounds))
     {
     }
 
     /// Leaves out boxes only where no point inside is seen in the wedge.
     unsigned operator()(BoxGroup const& boxes) const
     {
-        return ~eightBits([&](std::size_t i) {
-            Pair const lowX = pairAt(boxes.minX, i) - apex_.x();
-            Pair const lowY = pairAt(boxes.minY, i) - apex_.y();
-            Pair const highX = pairAt(boxes.maxX, i) - apex_.x();
-            Pair const highY = pairAt(boxes.maxY, i) - apex_.y();
-            // The largest cross product of a direction with a point between the corners.
-            auto const largestCross = [&](qcVector<2> const& u) {
-                return u.x() * (u.x() > 0 ? highY : lowY) - u.y() * (u.y() > 0 ? lowX : highX);
-            };
-            return eitherHolds(largestCross(right_) < -slack_, -largestCross(-left_) > slack_);
-        });
+        unsigned const near = boxes.overlapping(box_);
+        if (near == 0)
+            return near;
+        return near & ~eightBits([&](std::size_t i) {
+                   Pair const lowX = pairAt(boxes.minX, i) - apex_.x();
+                   Pair const lowY = pairAt(boxes.minY, i) - apex_.y();
+                   Pair const highX = pairAt(boxes.maxX, i) - apex_.x();
+                   Pair const highY = pairAt(boxes.maxY, i) - apex_.y();
+                   // The largest cross product of a direction with a point between the corners.
+                   auto const largestCross = [&](qcVector<2> const& u) {
+                       return u.x() * (u.x() > 0 ? highY : lowY) -
+                              u.y() * (u.y() > 0 ? lowX : highX);
+                   };
+                   return eitherHolds(largestCross(right_) < -slack_,
+                                      -largestCross(-left_) > slack_);
+               });
     }
 
     /// Appends the angle of `vertex` where it is at least the first and below the second one.
@@ -65,12 +71,26 @@ public:
 private:
     static constexpr double kRounding = 4e-12;  // of a cross product with a direction, amply
 
+    /// The box of the part of the wedge that lies within bounds, and some more.
+    TwiceBox boxAround(Box const& bounds) const
+    {
+        // As far ahead the wedge has left the bounds, even half way between its sides.
+        qcVector<2> const size = bounds.max - bounds.min;
+        double const ahead = 1.5 * (size.x() + size.y());
+        Box box = boxOf(apex_);
+        enclose(box, apex_ + right_ * ahead);
+        enclose(box, apex_ + left_ * ahead);
+        qcVector<2> const margin(slack_, slack_);
+        return TwiceBox({box.min - margin, box.max + margin});
+    }
+
     qcVector<2> apex_;
     double from_;
     double to_;
     qcVector<2> right_;
     qcVector<2> left_;
     double slack_;
+    TwiceBox box_;
 };
 
 /// More vertices in a wedge than this are many.
@@ -112,7 +132,8 @@ double findFirstAngles(std::vector<qcVector<2>> const& outline, EdgeIndex const&
 {
     constexpr std::ptrdiff_t kFew = 8;
     std::size_t most = kMany;
-    while (!findAngles(outline, index, Wedge(point, from, to, index.scale()), most, angles)) {
+    while (!findAngles(outline, index, Wedge(point, from, to, index.rootBox(), index.scale()), most,
+                       angles)) {
         std::nth_element(angles.begin(), angles.begin() + kFew, angles.end());
         double const nearer = angles[kFew];
         if (to <= from + narrow)
@@ -190,7 +211,8 @@ bool rayDirectionIsBelow(std::vector<qcVector<2>> const& outline, EdgeIndex cons
     width = std::max(width, wide);
     for (int wedges = 0; wedges < kMostWedges && to > wide; ++wedges) {
         double const from = to - std::min(width, to / 2);
-        if (!findAngles(outline, index, Wedge(point, from, to, index.scale()), kMany, angles)) {
+        if (!findAngles(outline, index, Wedge(point, from, to, index.rootBox(), index.scale()),
+                        kMany, angles)) {
             width = (to - from) / 4;
             continue;
         }
