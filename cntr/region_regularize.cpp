@@ -38,7 +38,9 @@ public:
         return hits_.size();
     }
 
-    /// Whether the outline is sure to wind around a point: then no ray from there is free.
+    /// Whether the outline is sure to wind around a point. Then its ray is not free, and the one the other
+    /// way is taken to be met as well. That could be free only along an edge at less than 1e-10 to it
+    /// that goes nearly straight on at both ends: no vertex is kept away from this ray.
     bool isWound(qcVector<2> const& point)
     {
         prepare();

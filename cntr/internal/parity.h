@@ -11,7 +11,7 @@
 /// is that of the closed outline, and any ray gives it. A point for which one of this is in doubt is
 /// asked the ray itself.
 ///
-/// Less is needed to be certain that a ray meets something at all. Where the outline winds around the
+/// Less is needed to be certain that the ray meets something at all. Where the outline winds around the
 /// point, the ray crosses an edge. Its ends are on both sides of the ray, at least (r + s) sin(pi / 2n)
 /// apart across it where they are r and s away from the point; and the edge is no longer than r + s.
 /// So it is never parallel to the ray, and is met up to the rounding of the meeting point: some ulps
@@ -164,7 +164,8 @@ public:
     std::optional<bool> inside(std::vector<qcVector<2>> const& outline,
                                qcVector<2> const& point) const;
 
-    /// Whether rays from a point in the box are sure to meet the outline, since it winds around it.
+    /// Whether the containment ray from a point in the box is sure to meet the outline, since it winds
+    /// around the point.
     bool surelyWound(std::vector<qcVector<2>> const& outline, qcVector<2> const& point) const;
 
 private:
