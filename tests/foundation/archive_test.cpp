@@ -226,6 +226,26 @@ TEST(Archive, OwnsWhatNobodyCountsUntilItIsClaimed)
     EXPECT_EQ(living, 0);
 }
 
+TEST(Archive, TellsObjectsApartThatWereGoneBeforeTheNextWasStored)
+{
+    constexpr long kCount = 5;
+    qcMemoryArchive storing;
+    qcPersistent* none = nullptr;
+    for (long value = 0; value < kCount; ++value) {
+        qcPtrHandle<Node> const node(new Node);  // where the one before was, most likely
+        node->value = value;
+        qcPersistent::serializePointer(storing, node.get(), none);
+    }
+    storing.close();
+    EXPECT_EQ(living, 0);
+    qcMemoryArchive loading(storing.bytes());
+    for (long value = 0; value < kCount; ++value) {
+        qcPersistent* loaded = nullptr;
+        qcPersistent::serializePointer(loading, nullptr, loaded);
+        EXPECT_EQ(dynamic_cast<Node&>(*loaded).value, value);
+    }
+}
+
 TEST(Archive, LimitsNestingBothWays)
 {
     qcPtrHandle<Node> const deep = chain(1000);

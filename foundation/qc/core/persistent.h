@@ -17,9 +17,10 @@ class QC_EXPORT qcChangeListener {
 public:
     virtual ~qcChangeListener();
 
-    /// `object` has changed or, when its destructor tells so, is going away: then only its address
-    /// means anything any more. Called on the thread that made the change, one call at a time in
-    /// the whole process; the listener may itself change objects and add or remove listeners.
+    /// `object` is being changed, and queries from within this call may still be answered as before: note
+    /// the object, and ask it later. When its destructor tells so it is going away: then only its
+    /// address means anything any more. Called on the thread that makes the change, one call at a time
+    /// in the whole process; the listener may itself change objects and add or remove listeners.
     virtual void changed(qcPersistent const& object) noexcept = 0;
 };
 
