@@ -38,9 +38,10 @@ public:
         return hits_.size();
     }
 
-    /// Whether the outline is sure to wind around a point. Then its ray is not free, and the one the other
-    /// way is taken to be met as well. That could be free only along an edge at less than 1e-10 to it
-    /// that goes nearly straight on at both ends: no vertex is kept away from this ray.
+    /// Whether the outline is sure to wind around a point. Then its ray is not free. The ray the other way
+    /// keeps away from no vertex, and might be: along an edge at a sine below 1e-10, or so small that
+    /// rounding takes the meeting point past the edge's end. That is not looked for, which would take
+    /// several times as long as all the rest; no edge beside such a point faces the outside.
     bool isWound(qcVector<2> const& point)
     {
         prepare();
