@@ -62,7 +62,9 @@ double medianEdgeLength(std::vector<qcVector<2>> const& points, bool closed)
         forEachEdgeLength(points, closed, [&](double length) {
             longer += length > range.longest ? 1 : 0;
             *end = length;
-            end += (length <= range.longest) & (length >= range.shortest) ? 1 : 0;
+            bool const notLonger = length <= range.longest;
+            bool const notShorter = length >= range.shortest;
+            end += static_cast<std::ptrdiff_t>(notLonger) & static_cast<std::ptrdiff_t>(notShorter);
         });
         auto const between = static_cast<std::size_t>(end - kept.get());
         if (longer <= count / 2 && count / 2 - longer < between)
