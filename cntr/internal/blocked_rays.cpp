@@ -16,11 +16,11 @@ constexpr double kSteepest = 0.5;
 
 /// How far the directions must be from the ends of an edge, in slopes, which up to kSteepest grow less
 /// than a third faster than angles; and how far its line from the point.
-constexpr double kClear = 1.5e-5;
-constexpr double kNearest = 0.01;
+constexpr double kClearOfEnds = 1.5e-5;
+constexpr double kNearestLine = 0.01;
 
 /// How far away edges are looked for, in units of how long they usually are.
-constexpr double kReach = 24;
+constexpr double kReachInEdges = 24;
 
 /// More edges are not looked at: some may be much shorter than usual.
 constexpr std::size_t kMostEdges = 512;
@@ -38,9 +38,9 @@ bool BlockedRays::certainAt(qcVector<2> const& point)
 
 double BlockedRays::blockedBelow(qcVector<2> const& point, double side, double highest)
 {
-    double const gap = std::max(reach_.toCrossing(), kNearest);
+    double const gap = std::max(reach_.toCrossing(), kNearestLine);
     double const squaredGap = gap * gap;
-    double const reach = kReach * edgeLength_;
+    double const reach = kReachInEdges * edgeLength_;
     Box place = boxOf(point);
     enclose(place, point + qcVector<2>(side * reach, side * reach * highest));
     crossed_.clear();
@@ -53,7 +53,8 @@ double BlockedRays::blockedBelow(qcVector<2> const& point, double side, double h
         double const cross = a.cross(along);
         if (a.x() > 0 && b.x() > 0 && cross * cross > squaredGap * (along * along)) {
             double const one = a.y() / a.x(), other = b.y() / b.x();
-            crossed_.push_back({std::min(one, other) + kClear, std::max(one, other) - kClear});
+            crossed_.push_back(
+                {std::min(one, other) + kClearOfEnds, std::max(one, other) - kClearOfEnds});
         }
         return ++edges == kMostEdges;
     };

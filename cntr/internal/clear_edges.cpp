@@ -9,7 +9,7 @@ namespace qnInternal {
 namespace {
 
 /// Beyond so many pairs of leaves for every leaf, few edges would be clear (bench/cleaning_bench.cpp).
-constexpr std::size_t kMostPairs = 8;
+constexpr std::size_t kMostPairsALeaf = 8;
 
 /// A walk along few edges is over before a search for the clear ones would pay: along so many, or one in
 /// so many of the outline's (`regularise` of few and rose in bench/cleaning_bench.cpp).
@@ -24,7 +24,7 @@ void ClearEdges::findAfterSome()
         return;
     isFound_ = true;
     touched_.resize(index_->leafCount());
-    std::size_t left = kMostPairs * index_->leafCount();
+    std::size_t left = kMostPairsALeaf * index_->leafCount();
     bool const areTooMany = LeafPairs(*index_, points_).any([&](std::size_t a, std::size_t b) {
         markTouched(a, b);
         return --left == 0;

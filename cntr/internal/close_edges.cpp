@@ -27,7 +27,7 @@ namespace {
 constexpr std::size_t kFewEdges = 16;
 
 /// Beyond so many pairs for every edge, boxes are no worse.
-constexpr std::size_t kMostPairs = 64;
+constexpr std::size_t kMostPairsAnEdge = 64;
 
 /// From how low to how high something reaches at one abscissa.
 struct Heights {
@@ -142,17 +142,17 @@ private:
     BoxHierarchy boxes_;
 };
 
-class Search {
+class ClosePairSearch {
 public:
     /// With one outline, pairs within it are asked for; with two, pairs of one edge of each.
-    Search(std::vector<Outline> const& outlines, double scale, AcceptsPair const& accepts)
+    ClosePairSearch(std::vector<Outline> const& outlines, double scale, AcceptsPair const& accepts)
         : within_(outlines.size() == 1), accepts_(accepts)
     {
         // Edges that meet do so at a place within kOnSegment of both, up to some units in the last place
         // of the coordinates. Strips are rounded by as little.
         double const reach = 4 * kOnSegment + 1e-13 * scale;
         for (std::size_t i = 0; i < outlines.size(); ++i) {
-            mostPairs_ += kMostPairs * outlines[i].edges();
+            mostPairs_ += kMostPairsAnEdge * outlines[i].edges();
             forEachEdge(outlines[i].points, outlines[i].closed,
                         [&](std::size_t, qcVector<2> const& from, qcVector<2> const& to) {
                             strips_[i].push_back(stripOf(from, to, reach));
@@ -273,13 +273,13 @@ private:
 
 std::optional<bool> anyClosePair(Outline const& outline, double scale, AcceptsPair const& accepts)
 {
-    return Search({outline}, scale, accepts).run();
+    return ClosePairSearch({outline}, scale, accepts).run();
 }
 
 std::optional<bool> anyClosePair(Outline const& outline, Outline const& other, double scale,
                                  AcceptsPair const& accepts)
 {
-    return Search({outline, other}, scale, accepts).run();
+    return ClosePairSearch({outline, other}, scale, accepts).run();
 }
 
 }  // namespace qnInternal

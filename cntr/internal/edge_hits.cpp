@@ -24,12 +24,12 @@ double absoluteSum(qcVector<2> const& v)
 
 // The exact test takes roots and quotients. Squares tell most cases as surely, if they keep clear of
 // the limit by more than those can round: this part of it.
-constexpr double kClear = 1e-9;
+constexpr double kClearOfLimit = 1e-9;
 
 /// True only where areParallel() is false; `sine` is the cross product of the directions.
 bool surelyCross(double sine, double squaredLength, double otherSquaredLength)
 {
-    constexpr double kSquaredSine = kParallelSine * kParallelSine * (1 + kClear);
+    constexpr double kSquaredSine = kParallelSine * kParallelSine * (1 + kClearOfLimit);
     return sine * sine > kSquaredSine * squaredLength * otherSquaredLength;
 }
 
@@ -37,11 +37,11 @@ bool surelyCross(double sine, double squaredLength, double otherSquaredLength)
 bool surelyOn(qcVector<2> const& from, qcVector<2> const& along, double squaredLength,
               qcVector<2> const& x)
 {
-    constexpr double kSquaredDistance = kOnSegment * kOnSegment * (1 - kClear);
+    constexpr double kSquaredDistance = kOnSegment * kOnSegment * (1 - kClearOfLimit);
     qcVector<2> const offset = x - from;
     double const dot = offset * along;
     double const cross = along.cross(offset);
-    return dot > kClear * squaredLength && dot < (1 - kClear) * squaredLength &&
+    return dot > kClearOfLimit * squaredLength && dot < (1 - kClearOfLimit) * squaredLength &&
            cross * cross < kSquaredDistance * squaredLength;
 }
 

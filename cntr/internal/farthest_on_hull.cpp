@@ -30,7 +30,7 @@ constexpr double kLeastTurn = 1e-12;
 constexpr double kAnyTurn = -1;
 
 /// So many pairs for each vertex of the hull are looked at before it is left to others.
-constexpr std::size_t kMostPairs = 64;
+constexpr std::size_t kMostPairsAVertex = 64;
 
 /// Where a direction meets the square with corners on the axes, from 0 to 4 along it: grows with the
 /// angle, by no more than it, and by 2 for half a turn.
@@ -128,7 +128,7 @@ template <class Visit>
 bool forEachAntipodal(std::vector<double> const& around, Visit const& visit)
 {
     std::size_t const count = around.size() / 2;
-    std::size_t left = kMostPairs * count;
+    std::size_t left = kMostPairsAVertex * count;
     std::size_t begin = 0;
     // Of two opposite normals one is within half a turn of the first.
     double const halfTurn = around[count - 1] + 2 + 2 * kOffNormal;

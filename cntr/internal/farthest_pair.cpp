@@ -80,7 +80,7 @@ private:
     unsigned bits_;
 };
 
-class Search {
+class FarthestSearch {
     /// No square of a distance between points of a regular index is below, save that of equal points.
     static constexpr double kLeastSquare = std::numeric_limits<double>::min();
 
@@ -88,7 +88,7 @@ class Search {
     static constexpr std::size_t kFewLeaves = 32;
 
 public:
-    Search(std::vector<qcVector<2>> const& points, EdgeIndex const& index)
+    FarthestSearch(std::vector<qcVector<2>> const& points, EdgeIndex const& index)
         : points_(points), index_(index), farthest_(points, kLeastSquare)
     {
         // From far point to far point: seldom much short of the farthest pair.
@@ -254,7 +254,7 @@ private:
 };
 
 /// Below this all distances are taken sooner than they are compared by their squares.
-constexpr std::size_t kFew = 8;
+constexpr std::size_t kFewPoints = 8;
 
 FarthestPair farthestOfFew(std::vector<qcVector<2>> const& points)
 {
@@ -272,7 +272,7 @@ FarthestPair farthestOfFew(std::vector<qcVector<2>> const& points)
 
 FarthestPair farthestPair(std::vector<qcVector<2>> const& points)
 {
-    if (points.size() < kFew)
+    if (points.size() < kFewPoints)
         return farthestOfFew(points);
     FarthestSoFar farthest(points);
     for (std::size_t i = 0; i < points.size(); ++i)
@@ -287,12 +287,12 @@ FarthestPair farthestPair(std::vector<qcVector<2>> const& points, EdgeIndex cons
     // takes as long as a few pairs a leaf, that of a convex outline as one (bench/extremes_bench.cpp, the
     // circle).
     if (auto const found =
-            Search(points, index).run(32 + index.leafCount() / 8, 64 + index.leafCount()))
+            FarthestSearch(points, index).run(32 + index.leafCount() / 8, 64 + index.leafCount()))
         return *found;
     if (auto const found = farthestPairOnHull(points))
         return *found;
     constexpr std::size_t kAll = std::numeric_limits<std::size_t>::max();
-    return *Search(points, index).run(kAll, kAll);
+    return *FarthestSearch(points, index).run(kAll, kAll);
 }
 
 }  // namespace qnInternal

@@ -133,9 +133,10 @@ private:
 /// The search for the smallest (distance, index) in lexicographic order. Squares say which items are
 /// near; only those that may be the nearest are asked for their distance, at the end.
 template <class Items>
-class Search {
+class NearestSearch {
 public:
-    Search(EdgeIndex const& index, std::vector<qcVector<2>> const& points, qcVector<2> const& point)
+    NearestSearch(EdgeIndex const& index, std::vector<qcVector<2>> const& points,
+                  qcVector<2> const& point)
         : index_(index), items_(index, points, point), count_(items_.count()), x_(both(point.x())),
           y_(both(point.y()))
     {
@@ -283,7 +284,7 @@ private:
 
 /// Below this the vertices are looked at one by one: points that were just copied, as those of a new
 /// contour, are read sooner one number at a time.
-constexpr std::size_t kFew = 8;
+constexpr std::size_t kFewVertices = 8;
 
 std::size_t nearestOfFew(std::vector<qcVector<2>> const& points, qcVector<2> const& point)
 {
@@ -303,7 +304,7 @@ std::size_t nearestOfFew(std::vector<qcVector<2>> const& points, qcVector<2> con
 
 std::size_t nearestVertex(std::vector<qcVector<2>> const& points, qcVector<2> const& point)
 {
-    if (points.size() < kFew)
+    if (points.size() < kFewVertices)
         return nearestOfFew(points, point);
     double const least = leastSquaredDistance(points.data(), points.size(), point);
     if (!(least < std::numeric_limits<double>::infinity()))
@@ -322,13 +323,13 @@ std::size_t nearestVertex(std::vector<qcVector<2>> const& points, qcVector<2> co
 std::size_t nearestEdge(EdgeIndex const& index, std::vector<qcVector<2>> const& points,
                         qcVector<2> const& point)
 {
-    return Search<Edges>(index, points, point).run();
+    return NearestSearch<Edges>(index, points, point).run();
 }
 
 std::size_t nearestVertex(EdgeIndex const& index, std::vector<qcVector<2>> const& points,
                           qcVector<2> const& point)
 {
-    return Search<Vertices>(index, points, point).run();
+    return NearestSearch<Vertices>(index, points, point).run();
 }
 
 bool isRegularPoint(qcVector<2> const& point)

@@ -21,8 +21,8 @@ namespace {
 
 /// Beyond so many comparisons with runs for every edge, and so many more a meeting, boxes are of too
 /// little use (`outline_x_outline` of teeth in bench/crossings_bench.cpp; a comb takes fewer than two).
-constexpr std::size_t kMostComparisons = 16;
-constexpr std::size_t kMoreAMeeting = 4;
+constexpr std::size_t kMostRunsAnEdge = 16;
+constexpr std::size_t kMoreRunsAMeeting = 4;
 constexpr std::size_t kUnlimited = std::size_t{1} << 30;  // times edges it does not overflow
 
 HitQuery queryOf(Outline const& others, std::size_t other)
@@ -70,10 +70,10 @@ meetingsOfClosePairs(Outline const& outline, Outline const& others, double scale
     return found;
 }
 
-class Search {
+class MeetingSearch {
 public:
-    Search(Outline const& outline, EdgeIndex const* index, Outline const& others,
-           std::size_t mostAnEdge)
+    MeetingSearch(Outline const& outline, EdgeIndex const* index, Outline const& others,
+                  std::size_t mostAnEdge)
         : outline_(outline), index_(index), others_(others), mostAnEdge_(mostAnEdge)
     {
     }
@@ -86,7 +86,7 @@ public:
         for (std::size_t begin = 0; begin < count; begin += kStretch) {
             std::size_t const end = std::min(begin + kStretch, count);
             lookAt(begin, end);
-            if (comparisons_ > mostAnEdge_ * (end + inAdvance) + kMoreAMeeting * found_.size())
+            if (comparisons_ > mostAnEdge_ * (end + inAdvance) + kMoreRunsAMeeting * found_.size())
                 return std::nullopt;
         }
         return std::move(found_);
@@ -266,13 +266,13 @@ std::vector<qcVector<2>> meetings(Outline const& outline, EdgeIndex const* index
 {
     std::size_t const most =
         index && others.edges() > 0
-            ? kMostComparisons * (outline.edges() + others.edges()) / others.edges()
+            ? kMostRunsAnEdge * (outline.edges() + others.edges()) / others.edges()
             : kUnlimited;
-    auto found = Search(outline, index, others, most).run();
+    auto found = MeetingSearch(outline, index, others, most).run();
     if (!found)
         found = meetingsOfClosePairs(outline, others, index->scale());
     if (!found)
-        found = Search(outline, index, others, kUnlimited).run();
+        found = MeetingSearch(outline, index, others, kUnlimited).run();
     return std::move(*found);
 }
 

@@ -31,7 +31,7 @@ public:
     /// To points in `bounds`, where the apex is as well; `scale` bounds their coordinates.
     Wedge(qcVector<2> const& apex, double from, double to, Box const& bounds, double scale)
         : apex_(apex), from_(from), to_(to), right_(1.0, qcRadian(from)), left_(1.0, qcRadian(to)),
-          slack_(kRounding * (scale + std::fabs(apex.x()) + std::fabs(apex.y()))),
+          slack_(kCrossRounding * (scale + std::fabs(apex.x()) + std::fabs(apex.y()))),
           box_(boxAround(bounds))
     {
     }
@@ -69,7 +69,7 @@ public:
     }
 
 private:
-    static constexpr double kRounding = 4e-12;  // of a cross product with a direction, amply
+    static constexpr double kCrossRounding = 4e-12;  // of a cross product with a direction, amply
 
     /// The box of the part of the wedge that lies within bounds, and some more.
     TwiceBox boxAround(Box const& bounds) const
@@ -130,12 +130,12 @@ double findFirstAngles(std::vector<qcVector<2>> const& outline, EdgeIndex const&
                        qcVector<2> const& point, double from, double to, double narrow,
                        std::vector<double>& angles)
 {
-    constexpr std::ptrdiff_t kFew = 8;
+    constexpr std::ptrdiff_t kKeptAngles = 8;
     std::size_t most = kMany;
     while (!findAngles(outline, index, Wedge(point, from, to, index.rootBox(), index.scale()), most,
                        angles)) {
-        std::nth_element(angles.begin(), angles.begin() + kFew, angles.end());
-        double const nearer = angles[kFew];
+        std::nth_element(angles.begin(), angles.begin() + kKeptAngles, angles.end());
+        double const nearer = angles[kKeptAngles];
         if (to <= from + narrow)
             most = outline.size();
         to = std::max(from + narrow, std::min(nearer, from + (to - from) / 4));

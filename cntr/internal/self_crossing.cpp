@@ -19,7 +19,7 @@ namespace {
 
 /// Beyond so many comparisons an edge, of edges or leaves, their boxes are of too little use
 /// (`self_crossing` of teeth in bench/crossings_bench.cpp).
-constexpr std::size_t kMostComparisons = 20;
+constexpr std::size_t kMostComparisonsAnEdge = 20;
 
 struct Edge {
     qcVector<2> from;
@@ -45,11 +45,11 @@ bool fillWith(Edge& edge, qcVector<2> const& from, qcVector<2> const& to)
     return !qfRealEq(from, to, kSamePoint);
 }
 
-class Search {
+class SelfCrossingSearch {
 public:
-    Search(EdgeIndex const& index, std::vector<qcVector<2>> const& points, bool closed)
+    SelfCrossingSearch(EdgeIndex const& index, std::vector<qcVector<2>> const& points, bool closed)
         : index_(index), points_(points), closed_(closed), pairs_(index, points),
-          mostComparisons_(kMostComparisons * edgeCount(points.size(), closed))
+          mostComparisons_(kMostComparisonsAnEdge * edgeCount(points.size(), closed))
     {
     }
 
@@ -160,7 +160,7 @@ bool anyOfFewEdgesMeets(std::vector<qcVector<2>> const& points, bool closed)
 bool anyEdgeMeetsAnother(EdgeIndex const& index, std::vector<qcVector<2>> const& points,
                          bool closed)
 {
-    return Search(index, points, closed).run();
+    return SelfCrossingSearch(index, points, closed).run();
 }
 
 }  // namespace qnInternal

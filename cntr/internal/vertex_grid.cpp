@@ -32,9 +32,9 @@ double nextColumn(double column)
 /// squares are too small for a double.
 double reachOf(double tolerance)
 {
-    constexpr double kRounding = 1e-9;
+    constexpr double kDistanceRounding = 1e-9;
     constexpr double kSquareVanishes = 1e-160;
-    return tolerance * (1 + kRounding) + kSquareVanishes;
+    return tolerance * (1 + kDistanceRounding) + kSquareVanishes;
 }
 
 constexpr double kLastCell = std::numeric_limits<std::int32_t>::max();
