@@ -28,7 +28,7 @@ double angleOf(qcVector<2> const& direction)
 /// The directions from a point between two angles, no more than a quarter turn apart.
 class Wedge {
 public:
-    /// To points in `bounds`, where the apex is as well; `scale` bounds their coordinates.
+    /// To points in `bounds`; `scale` bounds their coordinates.
     Wedge(qcVector<2> const& apex, double from, double to, Box const& bounds, double scale)
         : apex_(apex), from_(from), to_(to), right_(1.0, qcRadian(from)), left_(1.0, qcRadian(to)),
           slack_(kCrossRounding * (scale + std::fabs(apex.x()) + std::fabs(apex.y()))),
@@ -75,7 +75,9 @@ private:
     TwiceBox boxAround(Box const& bounds) const
     {
         // As far ahead the wedge has left the bounds, even half way between its sides.
-        qcVector<2> const size = bounds.max - bounds.min;
+        Box around = bounds;
+        enclose(around, apex_);
+        qcVector<2> const size = around.max - around.min;
         double const ahead = 1.5 * (size.x() + size.y());
         Box box = boxOf(apex_);
         enclose(box, apex_ + right_ * ahead);
