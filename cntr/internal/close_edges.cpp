@@ -29,6 +29,9 @@ constexpr std::size_t kFewEdges = 16;
 /// Beyond so many pairs for every edge, boxes are no worse.
 constexpr std::size_t kMostPairsAnEdge = 64;
 
+/// Some units in the last place of a coordinate, as a part of it.
+constexpr double kUnitsInLastPlace = 1e-13;
+
 /// From how low to how high something reaches at one abscissa.
 struct Heights {
     double low;
@@ -148,9 +151,9 @@ public:
     ClosePairSearch(std::vector<Outline> const& outlines, double scale, AcceptsPair const& accepts)
         : within_(outlines.size() == 1), accepts_(accepts)
     {
-        // Edges that meet do so at a place within kOnSegment of both, up to some units in the last place
-        // of the coordinates. Strips are rounded by as little.
-        double const reach = 4 * kOnSegment + 1e-13 * scale;
+        // Edges that meet do so at a place within kOnSegment of both. Strips are rounded by as little as
+        // that place.
+        double const reach = 4 * kOnSegment + kUnitsInLastPlace * scale;
         for (std::size_t i = 0; i < outlines.size(); ++i) {
             mostPairs_ += kMostPairsAnEdge * outlines[i].edges();
             forEachEdge(outlines[i].points, outlines[i].closed,

@@ -48,6 +48,50 @@ double smallest(FourPairs const& numbers)
     return smaller(Pair{two[1], two[0]}, two)[0];
 }
 
+/// Eight squared distances, each with its place in its last three bits: the least one then says by itself
+/// which it is. That takes a few ulps from it at most, and makes NaN of infinity, which is never the least.
+class TaggedSquares {
+public:
+    /// `squaresOfTwo(i)` gives those at the places 2 i and 2 i + 1; place 0 is finite.
+    template <class SquaresOfTwo>
+    explicit TaggedSquares(SquaresOfTwo const& squaresOfTwo)
+    {
+        PairMask tags{0, 1};
+        for (std::size_t i = 0; i < squares_.size(); ++i, tags += PairMask{2, 2}) {
+            auto const bits = reinterpret_cast<PairMask>(larger(squaresOfTwo(i), both(kVanishing)));
+            squares_[i] = reinterpret_cast<Pair>((bits & ~PairMask{7, 7}) | tags);
+        }
+    }
+
+    /// Infinite when all are forgotten.
+    double least() const { return smallest(squares_); }
+
+    static std::size_t placeOf(double square)
+    {
+        std::uint64_t bits;
+        std::memcpy(&bits, &square, sizeof bits);
+        return bits & 7;
+    }
+
+    void forget(double square)
+    {
+        constexpr double kGone = std::numeric_limits<double>::infinity();
+        // In registers: to write one number and read pairs would have to wait for memory.
+        for (Pair& two : squares_)
+            two = larger(reinterpret_cast<Pair>((two == both(square)) &
+                                                reinterpret_cast<PairMask>(both(kGone))),
+                         two);
+    }
+
+private:
+    /// What squares that vanish become: no subnormal numbers, since a program may have these taken for 0 and
+    /// thus for each other, but far below the slack of a search. A regular outline of some extent has one of
+    /// 1e-136 or more, so that the slack is 1e-288 or more.
+    static constexpr double kVanishing = 1e-300;
+
+    FourPairs squares_;
+};
+
 /// The edges of an outline, seen from a point.
 class Edges {
 public:
@@ -141,7 +185,7 @@ public:
           y_(both(point.y()))
     {
         qcVector<2> const extent = index.rootBox().max - index.rootBox().min;
-        slack_ = 1e-16 * (extent * extent);
+        slack_ = kMoreOfExtent * (extent * extent);
     }
 
     std::size_t run()
@@ -161,8 +205,10 @@ public:
 private:
     static constexpr std::size_t kEight = EdgeIndex::kFan;
 
-    /// Far below the slack of a regular outline of some extent: that is 1e-136 or more, the slack 1e-288.
-    static constexpr double kVanishing = 1e-300;
+    /// Distances and roots of squares are right to 1e-13 of themselves and of the outline's extent. So what
+    /// has a square larger by these parts of itself and of the extent's square may be as near.
+    static constexpr double kMoreOfSquare = 1e-9;
+    static constexpr double kMoreOfExtent = 1e-16;
 
     /// The top often holds two boxes only, which are cheaper to tell apart than eight.
     void visitTop(std::size_t level)
@@ -178,22 +224,18 @@ private:
 
     void visit(std::size_t level, std::size_t number)
     {
-        constexpr double kGone = std::numeric_limits<double>::infinity();
-        FourPairs squares = taggedSquares(index_.group(level, number));
+        BoxGroup const& boxes = index_.group(level, number);
+        TaggedSquares squares([&](std::size_t i) { return squaredBoxDistances(boxes, i); });
         while (true) {
-            double const least = smallest(squares);
+            double const least = squares.least();
             if (least > limit_)
                 return;
-            std::size_t const node = number * EdgeIndex::kFan + tagOf(least);
+            std::size_t const node = number * EdgeIndex::kFan + TaggedSquares::placeOf(least);
             if (level == 0)
                 lookAtEight(std::min(index_.leafBegin(index_.leafAt(node)), count_ - kEight));
             else
                 visit(level - 1, node);
-            // In registers: to write one number and read pairs would have to wait for memory.
-            for (Pair& two : squares)
-                two = larger(reinterpret_cast<Pair>((two == both(least)) &
-                                                    reinterpret_cast<PairMask>(both(kGone))),
-                             two);
+            squares.forget(least);
         }
     }
 
@@ -205,38 +247,13 @@ private:
         return (x - x_) * (x - x_) + (y - y_) * (y - y_);
     }
 
-    /// Squares of the distances of the boxes, each with its place in the last three bits: the least
-    /// one then says by itself which box it is of. It loses a few ulps at most; squares that vanish become
-    /// less than any that counts, but no subnormal numbers: a program may have them taken for 0, and thus
-    /// for each other. Where there is no box the place makes NaN of infinity.
-    FourPairs taggedSquares(BoxGroup const& boxes) const
-    {
-        FourPairs squares;
-        PairMask tags{0, 1};
-        for (std::size_t i = 0; i < 4; ++i, tags += PairMask{2, 2}) {
-            auto const bits =
-                reinterpret_cast<PairMask>(larger(squaredBoxDistances(boxes, i), both(kVanishing)));
-            squares[i] = reinterpret_cast<Pair>((bits & ~PairMask{7, 7}) | tags);
-        }
-        return squares;
-    }
-
-    static std::size_t tagOf(double square)
-    {
-        std::uint64_t bits;
-        std::memcpy(&bits, &square, sizeof bits);
-        return bits & 7;
-    }
-
     void lookAtEight(std::size_t begin)
     {
         FourPairs const squares = items_.squares(begin);
         double const least = smallest(squares);
         if (least > limit_)
             return;
-        // Distances and roots of squares are right to 1e-13 of themselves and of the outline's extent,
-        // so that others this little farther may be as near.
-        double const limit = least * (1 + 1e-9) + slack_;
+        double const limit = least * (1 + kMoreOfSquare) + slack_;
         if (limit < least_)
             candidateCount_ = 0;
         least_ = std::min(least, least_);
