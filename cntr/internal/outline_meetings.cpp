@@ -70,6 +70,47 @@ meetingsOfClosePairs(Outline const& outline, Outline const& others, double scale
     return found;
 }
 
+/// The hits of the edges of a stretch, 64 at most: one list, in which those of an edge are a chain.
+class StretchHits {
+public:
+    void add(std::size_t other, EdgeHit const& hit)
+    {
+        if (hits_.capacity() == 0)
+            hits_.reserve(kMostlyEnough);
+        std::uint64_t const bit = std::uint64_t{1} << other;
+        hits_.push_back({hit, others_ & bit ? last_[other] : kNone});
+        last_[other] = hits_.size() - 1;
+        others_ |= bit;
+    }
+
+    /// Calls visit(other, hits) for every edge that has hits, in ascending order; then forgets them.
+    template <class Visit>
+    void takeAll(Visit const& visit)
+    {
+        for (; others_ != 0; others_ &= others_ - 1) {
+            auto const other = static_cast<std::size_t>(__builtin_ctzll(others_));
+            ofOne_.clear();
+            for (std::size_t i = last_[other]; i != kNone; i = hits_[i].before)
+                ofOne_.push_back(hits_[i].hit);
+            visit(other, ofOne_);
+        }
+        hits_.clear();
+    }
+
+private:
+    struct ChainedHit {
+        EdgeHit hit;
+        std::size_t before;  // of the same edge
+    };
+    static constexpr std::size_t kMostlyEnough = 32;
+    static constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
+
+    std::vector<ChainedHit> hits_;
+    std::uint64_t others_ = 0;            // bits of the edges with hits
+    std::array<std::size_t, 64> last_{};  // of each such edge
+    std::vector<EdgeHit> ofOne_;
+};
+
 class MeetingSearch {
 public:
     MeetingSearch(Outline const& outline, EdgeIndex const* index, Outline const& others,
@@ -209,38 +250,19 @@ private:
     {
         auto const point = query(other).meets(edgeStart(outline_.points, outline_.closed, k),
                                               edgeEnd(outline_.points, outline_.closed, k));
-        if (!point)
-            return;
-        if (hits_.capacity() == 0)
-            hits_.reserve(kMostlyEnough);
-        std::uint64_t const bit = std::uint64_t{1} << other;
-        hits_.push_back({{*point, static_cast<int>(k)}, queries_ & bit ? last_[other] : kNone});
-        last_[other] = hits_.size() - 1;
-        queries_ |= bit;
+        if (point)
+            hits_.add(other, {*point, static_cast<int>(k)});
     }
 
     /// Appends the hits of the stretch, and forgets them.
     void takeHits()
     {
-        for (; queries_ != 0; queries_ &= queries_ - 1) {
-            auto const other = static_cast<std::size_t>(__builtin_ctzll(queries_));
-            met_.clear();
-            for (std::size_t i = last_[other]; i != kNone; i = hits_[i].before)
-                met_.push_back(hits_[i].hit);
-            query(other).sortAlong(met_);
-            for (auto const& hit : met_)
+        hits_.takeAll([&](std::size_t other, std::vector<EdgeHit>& hits) {
+            query(other).sortAlong(hits);
+            for (auto const& hit : hits)
                 found_.push_back(hit.point);
-        }
-        hits_.clear();
+        });
     }
-
-    /// The hits of one edge of the stretch are a chain.
-    struct ChainedHit {
-        EdgeHit hit;
-        std::size_t before;
-    };
-    static constexpr std::size_t kMostlyEnough = 32;
-    static constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
 
     Outline outline_;
     EdgeIndex const* index_;
@@ -252,10 +274,7 @@ private:
     BoxGroup runs_;
     Extent whole_ = noExtent();
     std::array<std::optional<BoxGroup>, kRun> boxes_;  // of the edges, by run
-    std::vector<ChainedHit> hits_;
-    std::uint64_t queries_ = 0;  // bits of the edges with hits
-    std::array<std::size_t, kStretch> last_{};
-    std::vector<EdgeHit> met_;
+    StretchHits hits_;
     std::vector<qcVector<2>> found_;
 };
 
