@@ -121,10 +121,10 @@ void LinkedLoops::cut(std::size_t place, Pair const& at)
     order_.push_back(keptIsShorter ? number : added);
 }
 
-void LinkedLoops::relabel(std::size_t first, std::size_t count, std::size_t loop)
+void LinkedLoops::relabel(std::size_t vertex, std::size_t count, std::size_t loop)
 {
-    for (std::size_t i = 0; i < count; ++i, first = next_[first])
-        loopOf_[first] = loop;
+    for (std::size_t i = 0; i < count; ++i, vertex = next_[vertex])
+        loopOf_[vertex] = loop;
 }
 
 std::vector<qcVector<2>> LinkedLoops::points(std::size_t place) const
@@ -141,6 +141,11 @@ std::vector<qcVector<2>> LinkedLoops::points(std::size_t place) const
 void LinkedLoops::remove(std::size_t place)
 {
     relabel(loops_[order_[place]].start, loops_[order_[place]].size, loops_.size());
+    leaveList(place);
+}
+
+void LinkedLoops::leaveList(std::size_t place)
+{
     order_[place] = order_.back();
     order_.pop_back();
 }
@@ -161,13 +166,13 @@ public:
         return ring_.way(start, numberOf_[vertex]) < ring_.way(start, numberOf_[other]);
     }
 
-    /// Puts vertices that are linked from `first` on behind one of the loop, before a new start.
-    void join(std::size_t behind, std::size_t first, std::size_t count, std::size_t start,
+    /// Puts vertices that are linked from `vertex` on behind one of the loop, before a new start.
+    void join(std::size_t behind, std::size_t vertex, std::size_t count, std::size_t start,
               std::vector<std::size_t> const& next)
     {
         std::size_t const begin = ring_.size();
         ring_.insertBehind(numberOf_[behind], count);
-        number(first, begin, count, next);
+        number(vertex, begin, count, next);
         start_ = start;
     }
 
@@ -184,53 +189,77 @@ private:
     std::vector<std::size_t> numberOf_;  // in the ring, by vertex
 };
 
+/// The loops that share a vertex with the first one, by their places in the list.
+class LinkedLoops::TouchingLoops {
+public:
+    explicit TouchingLoops(LinkedLoops const& loops)
+        : loops_(loops), placeOf_(loops.loops_.size() + 1, 0), sharedWith_(loops.loops_.size())
+    {
+        for (std::size_t place = 0; place < loops.order_.size(); ++place)
+            placeOf_[loops.order_[place]] = place;
+    }
+
+    bool none() const { return places_.empty(); }
+    std::size_t firstPlace() const { return *places_.begin(); }
+
+    /// The first loop's vertices at which a loop touches it.
+    std::vector<std::size_t> const& sharedWith(std::size_t loop) const { return sharedWith_[loop]; }
+
+    /// Adds the loops that touch `count` vertices of the first one, linked from `vertex` on.
+    void addAt(std::size_t vertex, std::size_t count)
+    {
+        for (std::size_t i = 0; i < count; ++i, vertex = loops_.next_[vertex])
+            for (int const twin : loops_.twins_[vertex]) {
+                std::size_t const loop = loops_.loopOf_[static_cast<std::size_t>(twin)];
+                if (placeOf_[loop] == 0)
+                    continue;
+                places_.insert(placeOf_[loop]);
+                sharedWith_[loop].push_back(vertex);
+            }
+    }
+
+    /// Before the loop at a place leaves the list, where the last one takes its place.
+    void leave(std::size_t place)
+    {
+        auto const& order = loops_.order_;
+        std::size_t const last = order.size() - 1;
+        places_.erase(place);
+        if (places_.erase(last) > 0)
+            places_.insert(place);
+        placeOf_[order[last]] = place;
+        placeOf_[order[place]] = 0;
+    }
+
+private:
+    LinkedLoops const& loops_;
+    std::vector<std::size_t> placeOf_;  // by loop; 0 for the first and for those that left the list
+    std::set<std::size_t> places_;
+    std::vector<std::vector<std::size_t>> sharedWith_;  // by loop
+};
+
 void LinkedLoops::joinToFirst()
 {
-    std::vector<std::size_t> placeOf(loops_.size() + 1, 0);  // 0 also for those removed or joined
-    for (std::size_t place = 0; place < order_.size(); ++place)
-        placeOf[order_[place]] = place;
-    std::set<std::size_t> touching;  // places of loops that share a vertex with the first
-    std::vector<std::vector<std::size_t>> sharedWith(loops_.size());  // its vertices, by loop
-    auto const touch = [&](std::size_t first, std::size_t count) {
-        for (std::size_t i = 0; i < count; ++i, first = next_[first])
-            for (int const twin : twins_[first]) {
-                std::size_t const loop = loopOf_[static_cast<std::size_t>(twin)];
-                if (placeOf[loop] == 0)
-                    continue;
-                touching.insert(placeOf[loop]);
-                sharedWith[loop].push_back(first);
-            }
-    };
-    touch(loops_[order_.front()].start, loops_[order_.front()].size);
     Loop& first = loops_[order_.front()];
-    FirstLoop order(first.start, first.size, next_);
-    auto const isBefore = [&](std::size_t a, std::size_t b) { return order.isBefore(a, b); };
-    while (!touching.empty()) {
-        std::size_t const place = *touching.begin();
+    FirstLoop ring(first.start, first.size, next_);
+    auto const isBefore = [&](std::size_t a, std::size_t b) { return ring.isBefore(a, b); };
+    TouchingLoops touching(*this);
+    touching.addAt(first.start, first.size);
+    while (!touching.none()) {
+        std::size_t const place = touching.firstPlace();
         std::size_t const joined = order_[place];
-        auto const& shared = sharedWith[joined];
+        std::size_t const count = loops_[joined].size;
+        auto const& shared = touching.sharedWith(joined);
         std::size_t const vertex = *std::min_element(shared.begin(), shared.end(), isBefore);
         std::size_t const twin = *firstTwin(vertex, joined);
-        std::size_t const count = loops_[joined].size;
         std::size_t const beforeVertex = previous_[vertex];
-        std::size_t const beforeTwin = previous_[twin];
-        placeOf[joined] = 0;
-        touching.erase(place);
-        touch(twin, count);
+        link(previous_[twin], vertex);
         link(beforeVertex, twin);
-        link(beforeTwin, vertex);
         relabel(twin, count, order_.front());
-        order.join(beforeVertex, twin, count, vertex, next_);
+        ring.join(beforeVertex, twin, count, vertex, next_);
         first = {vertex, first.size + count};
-        // The last loop takes the free place.
-        std::size_t const last = order_.size() - 1;
-        if (place != last) {
-            placeOf[order_[last]] = place;
-            order_[place] = order_[last];
-            if (touching.erase(last) > 0)
-                touching.insert(place);
-        }
-        order_.pop_back();
+        touching.leave(place);
+        leaveList(place);
+        touching.addAt(twin, count);
     }
 }
 

@@ -48,13 +48,15 @@ private:
     };
 
     class FirstLoop;  // the order of its vertices
+    class TouchingLoops;
 
     std::optional<Pair> doubleVertex(Loop const& loop) const;
     void cut(std::size_t place, Pair const& at);
-    void relabel(std::size_t first, std::size_t count, std::size_t loop);
+    void relabel(std::size_t vertex, std::size_t count, std::size_t loop);
     std::optional<std::size_t> firstTwin(std::size_t vertex, std::size_t loop) const;
     std::size_t numberIn(Loop const& loop, std::size_t vertex) const;
     void link(std::size_t from, std::size_t to);
+    void leaveList(std::size_t place);
 
     std::vector<qcVector<2>> const& walk_;
     VertexGrid grid_;
