@@ -1,6 +1,8 @@
 // The library's own exceptions: numbers, rethrowing, and their archive records.
 #include <cntr/contour_defs.h>
 
+#include <qc/core/internal/exception_class.h>
+
 namespace {
 
 constexpr char kErrors[] = "qcContourDefs::Errors";
@@ -50,19 +52,8 @@ void qcContourDefs::Errors::serialize_(qcArchive& archive, unsigned char version
 }
 
 qcContourDefs::EmptyContour::EmptyContour(std::wstring const& message) : Errors(message) {}
-qcContourDefs::EmptyContour::EmptyContour(EmptyContour const&) = default;
+QC_EXCEPTION_MEMBERS(qcContourDefs::EmptyContour, EmptyContour, 0x10004680)
 qcContourDefs::EmptyContour& qcContourDefs::EmptyContour::operator=(EmptyContour const&) = default;
-qcContourDefs::EmptyContour::~EmptyContour() = default;
-
-long qcContourDefs::EmptyContour::errorNumber() const
-{
-    return 0x10004680;
-}
-
-void qcContourDefs::EmptyContour::suicideAndRethrow()
-{
-    suicideAndRethrowAs(this);
-}
 
 qcPersistent* qcContourDefs::EmptyContour::make()
 {
@@ -82,20 +73,9 @@ void qcContourDefs::EmptyContour::serialize_(qcArchive& archive, unsigned char v
 }
 
 qcContourDefs::EmptyRegionSet::EmptyRegionSet(std::wstring const& message) : Errors(message) {}
-qcContourDefs::EmptyRegionSet::EmptyRegionSet(EmptyRegionSet const&) = default;
+QC_EXCEPTION_MEMBERS(qcContourDefs::EmptyRegionSet, EmptyRegionSet, 0x10004682)
 qcContourDefs::EmptyRegionSet&
 qcContourDefs::EmptyRegionSet::operator=(EmptyRegionSet const&) = default;
-qcContourDefs::EmptyRegionSet::~EmptyRegionSet() = default;
-
-long qcContourDefs::EmptyRegionSet::errorNumber() const
-{
-    return 0x10004682;
-}
-
-void qcContourDefs::EmptyRegionSet::suicideAndRethrow()
-{
-    suicideAndRethrowAs(this);
-}
 
 qcPersistent* qcContourDefs::EmptyRegionSet::make()
 {
@@ -115,19 +95,8 @@ void qcContourDefs::EmptyRegionSet::serialize_(qcArchive& archive, unsigned char
 }
 
 qcContourDefs::BadParams::BadParams(std::wstring const& message) : Errors(message) {}
-qcContourDefs::BadParams::BadParams(BadParams const&) = default;
+QC_EXCEPTION_MEMBERS(qcContourDefs::BadParams, BadParams, 0x10004683)
 qcContourDefs::BadParams& qcContourDefs::BadParams::operator=(BadParams const&) = default;
-qcContourDefs::BadParams::~BadParams() = default;
-
-long qcContourDefs::BadParams::errorNumber() const
-{
-    return 0x10004683;
-}
-
-void qcContourDefs::BadParams::suicideAndRethrow()
-{
-    suicideAndRethrowAs(this);
-}
 
 qcPersistent* qcContourDefs::BadParams::make()
 {
@@ -150,20 +119,9 @@ qcContourDefs::RegionCannotBeSetOpen::RegionCannotBeSetOpen(std::wstring const& 
     : Errors(message)
 {
 }
-qcContourDefs::RegionCannotBeSetOpen::RegionCannotBeSetOpen(RegionCannotBeSetOpen const&) = default;
+QC_EXCEPTION_MEMBERS(qcContourDefs::RegionCannotBeSetOpen, RegionCannotBeSetOpen, 0x10004684)
 qcContourDefs::RegionCannotBeSetOpen&
 qcContourDefs::RegionCannotBeSetOpen::operator=(RegionCannotBeSetOpen const&) = default;
-qcContourDefs::RegionCannotBeSetOpen::~RegionCannotBeSetOpen() = default;
-
-long qcContourDefs::RegionCannotBeSetOpen::errorNumber() const
-{
-    return 0x10004684;
-}
-
-void qcContourDefs::RegionCannotBeSetOpen::suicideAndRethrow()
-{
-    suicideAndRethrowAs(this);
-}
 
 qcPersistent* qcContourDefs::RegionCannotBeSetOpen::make()
 {
