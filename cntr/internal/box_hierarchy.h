@@ -69,7 +69,9 @@ public:
             unsigned bits;
             std::size_t first;
         };
-        std::array<Left, kMostLevels> left;  // by level: the boxes still to go on with
+        // By level, of the group in hand there: its first box, and bits of the boxes still to go on with. The
+        // walk goes down into the lowest of these; where there are none it goes back up.
+        std::array<Left, kMostLevels> left;
         std::size_t level = levelCount_ - 1;
         std::size_t number = 0;
         if (level > 0 && boxCount_[level] == 2)  // to ask both is as quick as to ask about them

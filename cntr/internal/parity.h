@@ -45,6 +45,14 @@ struct RadiusBounds {
 RadiusBounds radiusWithin(Box const& box, qcVector<2> const& firstVertex);
 
 /// What must hold around a point for the parity to be certain. All coordinates are finite.
+///
+/// - No vertex within toVertex(): the ray passes all of them clearly, so an edge is met exactly where it
+///   crosses the ray.
+/// - No edge within toEdge(): none is left out for touching the start of the ray.
+/// - rayLeavesOutline(): none is left out for touching its end.
+///
+/// Less makes a ray certain to meet something: rayLeavesOutline() and no edge within toCrossing(), so that
+/// an edge from one side of the ray to the other is met.
 class ParityReach {
 public:
     /// `box` bounds the `vertexCount` vertices, which lie within `radius` of the first one; the
@@ -68,13 +76,8 @@ public:
         return offset * offset < squaredRadius_ || rayLeavesBox(point);
     }
 
-    /// No vertex may be this near.
     double toVertex() const { return toVertex_; }
-
-    /// No edge may be this near.
     double toEdge() const { return toEdge_; }
-
-    /// No edge may be this near for a ray to be certain to meet what it crosses.
     double toCrossing() const { return toCrossing_; }
 
 private:
@@ -85,7 +88,9 @@ private:
     double toEdge_;
     double toCrossing_;
     qcVector<2> firstVertex_;
-    double squaredRadius_;  // both shortened by what must lie between outline and end
+    // Where the point is nearer than this to the first vertex, or than that to every corner of the box,
+    // its ray ends well beyond the outline: these are the radius and the ray, both shortened.
+    double squaredRadius_;
     double squaredRay_;
     bool certain_;
 };
