@@ -48,6 +48,8 @@ struct RadiusBounds;
 ///
 /// Derived values are computed on first use and kept until the points change, so even const queries
 /// write: one object belongs to one thread at a time.
+///
+/// What each query costs, the first time and again, stands in docs/cost.md.
 class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepBase {
 public:
     /// Empty, closed, label 0.
@@ -105,22 +107,21 @@ public:
     /// qcContourDefs::BadParams on a negative number.
     void cachedVectorSize(long size);
 
-    /// Total length of the edges, added in edge order; 0 for a contour without points. Linear once.
+    /// Total length of the edges, added in edge order; 0 for a contour without points.
     double length() const;
 
     /// Centroid of the contour taken as a wire of even weight. Where all points coincide it is not
-    /// finite. Throws qcContourDefs::EmptyContour on fewer than 2 points. Linear once.
+    /// finite. Throws qcContourDefs::EmptyContour on fewer than 2 points.
     qcVector<2> meanPosition() const;
 
     /// Index of the vertex nearest to `point`, the lowest on a tie; 0 where no distance is finite.
-    /// Throws qcContourDefs::EmptyContour on fewer than 2 points. Linear.
+    /// Throws qcContourDefs::EmptyContour on fewer than 2 points.
     long closestVertexIndex(qcVector<2> const& point) const;
 
     /// The point of the contour nearest to `point`, or with `verticesOnly` the nearest vertex.
     ///
     /// On a tie the first edge in edge order (the lowest vertex) wins; where no distance is finite
     /// the result is (0, 0) (vertex 0). Throws qcContourDefs::EmptyContour on fewer than 2 points.
-    /// Linear.
     qcVector<2> closestPoint(qcVector<2> const& point, bool verticesOnly) const;
 
     /// Distance from `point` to closestPoint() of the same arguments.
@@ -139,7 +140,7 @@ public:
     ///
     /// Directions within 1e-15 of an axis compare that coordinate alone. -1 where no vertex has a
     /// comparable position (NaN, or infinitely far the other way). The last few answers are kept.
-    /// Throws qcContourDefs::EmptyContour on fewer than 2 points. Linear.
+    /// Throws qcContourDefs::EmptyContour on fewer than 2 points.
     long extremalVertexIndex(qcRadian const& angle) const;
 
     /// The vertex at extremalVertexIndex(); (NaN, NaN) where that is -1.
@@ -150,7 +151,7 @@ public:
     /// Edges parallel to the segment give nothing. Passing through a vertex gives one point for each
     /// of the two edges. An edge is met where the lines' crossing lies within 1e-6 of both. With
     /// `touchingEnds` false, edges within 1e-6 of an end of the segment are left out. A segment of no
-    /// length meets nothing. Throws qcContourDefs::EmptyContour on fewer than 2 points. Linear.
+    /// length meets nothing. Throws qcContourDefs::EmptyContour on fewer than 2 points.
     std::vector<qcVector<2>> intersections(qcLineSeg const& segment, bool touchingEnds) const;
 
     /// Where the edges of `other` meet this contour: the answers for each edge of `other` as a
@@ -164,7 +165,7 @@ public:
 
     /// Bounding rectangle of the points mapped by `xform`. The results of the last few transforms
     /// are kept (one with NaN elements is not). Coordinates that are NaN are passed over, save those
-    /// of the first point. Throws qcContourDefs::EmptyContour on fewer than 2 points. Linear.
+    /// of the first point. Throws qcContourDefs::EmptyContour on fewer than 2 points.
     qcRect encloseRect(qcXform<2> const& xform) const;
 
     /// A circle around the points, by the rule of `mode`.
@@ -180,11 +181,11 @@ public:
 
     /// Assigns the convex hull of the points to `hull`: closed, counter-clockwise (y up), label 0, no
     /// holes. The hull is computed once and shared with copies. Throws qcContourDefs::EmptyContour
-    /// on fewer than 2 points. O(n log n).
+    /// on fewer than 2 points.
     void convexHull(qcRegion& hull) const;
 
     /// The ellipse that qf_FitEllipse() gives for the points, and its residual (-1 where no fit was
-    /// possible). Throws qcContourDefs::EmptyContour on fewer than 2 points. Linear.
+    /// possible). Throws qcContourDefs::EmptyContour on fewer than 2 points.
     void fitEllipse(qcEllipse& ellipse, double& residual) const;
 
     /// Assigns to `result` this contour mapped by `xform`: mapped points, the same state and label,
