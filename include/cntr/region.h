@@ -21,7 +21,7 @@ struct RaySight;
 ///
 /// Queries fill caches of the region and of its holes: a region and all that it shares belong to
 /// one thread at a time. An outline of fewer than 3 points is empty: its areas, centres and moments
-/// throw qcContourDefs::EmptyContour.
+/// throw qcContourDefs::EmptyContour. What each query costs stands in docs/cost.md.
 class CNTR_EXPORT qcRegion : public virtual qcContour {
 public:
     /// A region without points and holes, label 0.
@@ -56,6 +56,8 @@ public:
     /// Replaces the holes. Throws qcBadPointer on a null handle and qcContourDefs::BadParams "holes
     /// cannot intersect region" where a hole's outline meets this one's; the holes are then
     /// unchanged, the caches already dropped. Holes are not tested against each other.
+    ///
+    /// A list in braces fits both overloads: give a vector with its type.
     void holes(std::vector<qcPtrHandle_const<qcRegion>> const& holes);
     /// The same from handles to regions that may change.
     void holes(std::vector<qcPtrHandle<qcRegion>> const& holes);
@@ -78,7 +80,7 @@ public:
     /// twice the largest distance from the first vertex. A point outside the bounding rectangle is
     /// outside; one within 1e-6 of an outline vertex is inside. The ray may end before it has left
     /// the outline: see the conventions guide for a point outside that counts as inside. Throws
-    /// qcBadPointer on a null hole. O(n log n), for every hole asked.
+    /// qcBadPointer on a null hole.
     bool inside(qcVector<2> const& point, bool considerHoles) const;
 
     /// Index of the closest vertex; `which` receives the position of the hole it belongs to, or -1 for
@@ -104,7 +106,7 @@ public:
     /// Area of the outline, with `considerHoles` less the areas of the holes' outlines.
     ///
     /// Throws qcContourDefs::EmptyContour where the outline or such a hole has fewer than 3 points
-    /// and qcBadPointer on a null hole. Linear once.
+    /// and qcBadPointer on a null hole.
     double area(bool considerHoles) const;
 
     /// Centre of mass of the outline, with `considerHoles` of the outline without its holes. Where the
@@ -119,6 +121,9 @@ public:
 
     /// Where a segment meets the outline, then with `considerHoles` each hole's outline in turn (see
     /// the contour's query); points found twice are listed twice. The region is not changed.
+    ///
+    /// The contour's own queries of this name are hidden: of a const region, or without `considerHoles`,
+    /// ask static_cast<qcContour const&>(region).
     std::vector<qcVector<2>> intersections(qcLineSeg const& segment, bool touchingEnds,
                                            bool considerHoles);
 
@@ -134,8 +139,7 @@ public:
     /// crossings become vertices passed twice. The result has label 0 and no holes and is computed
     /// once; `result` may be this region. Throws qcContourDefs::BadParams "invalid contour" where no
     /// edge can start the walk or the walk cannot end, qcContourDefs::EmptyContour on fewer than 3
-    /// points; `result` is then unchanged. About O((n + c) log n) for c crossings, where few of the
-    /// edges that are tried as a start need a ray through crowded vertices.
+    /// points; `result` is then unchanged.
     void regularize(qcRegion& result) const;
 
     /// Like regularize(), then cuts the walk into simple loops at vertices passed twice, drops loops

@@ -20,7 +20,9 @@ class qc_EncloseRectCache;
 /// Null handles may be added; every operation that reaches one throws qcBadPointer.
 ///
 /// Queries fill caches of the set and of its regions: a set and all that it shares belong to one
-/// thread at a time.
+/// thread at a time. What each query costs stands in docs/cost.md.
+///
+/// A list of regions in braces fits two overloads each: give a vector with its type.
 class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRepBase {
 public:
     /// A set without regions.
@@ -103,8 +105,7 @@ public:
     /// second one and is not compared with the spliced one again, so where three or more meet,
     /// regions of the result can still overlap. A set that isSelfIntersecting() denies is assigned
     /// as it is. Computed once and kept; `result` may be this set. Errors as the region's
-    /// regularize(). Regions whose boxes are apart are not compared, and what is spliced costs its own
-    /// points and crossings only; then each region is cleaned for itself.
+    /// regularize().
     void regularize(qcRegionSet& result) const;
 
     /// Like regularize(), with the outer hull of every region.
