@@ -25,7 +25,8 @@ class CNTR_EXPORT qcRegionT;
 template <class Datum>
 class CNTR_EXPORT qcContourT : public virtual qcContour {
 public:
-    /// An empty closed contour without a transform: its points can not be set to any but an empty list.
+    /// An empty closed contour without a transform: setting any points throws qcBadPointer; they then
+    /// stand without data.
     qcContourT();
 
     /// A closed contour of the data, with a new identity transform.

@@ -73,7 +73,9 @@ private:
     unsigned long long number_ = 0;
 };
 
-/// The identity of the calling thread. Throws std::bad_alloc at the thread's first call.
+/// The identity of the calling thread. A thread's first call throws std::bad_alloc where there is no
+/// memory for it, and the first of all, here or in qcThreadID, std::system_error where the system has no
+/// slot left.
 QC_EXPORT qcThreadID qfGetCurrentThreadID();
 
 /// A thread has ended, or an identity is that of no thread.
