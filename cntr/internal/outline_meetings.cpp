@@ -70,9 +70,11 @@ meetingsOfClosePairs(Outline const& outline, Outline const& others, double scale
     return found;
 }
 
-/// The hits of the edges of a stretch, 64 at most: one list, in which those of an edge are a chain.
+/// The hits of the edges of a stretch: one list, in which those of an edge are a chain.
 class StretchHits {
 public:
+    static constexpr std::size_t kMostEdges = 64;  // a bit each
+
     void add(std::size_t other, EdgeHit const& hit)
     {
         if (hits_.capacity() == 0)
@@ -106,8 +108,8 @@ private:
     static constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
 
     std::vector<ChainedHit> hits_;
-    std::uint64_t others_ = 0;            // bits of the edges with hits
-    std::array<std::size_t, 64> last_{};  // of each such edge
+    std::uint64_t others_ = 0;                    // bits of the edges with hits
+    std::array<std::size_t, kMostEdges> last_{};  // of each such edge
     std::vector<EdgeHit> ofOne_;
 };
 
@@ -137,6 +139,7 @@ private:
     // A bit of 64 for every edge of a stretch, a bit of 8 for every edge of a run.
     static constexpr std::size_t kRun = BoxGroup::kSize;
     static constexpr std::size_t kStretch = kRun * kRun;
+    static_assert(kStretch <= StretchHits::kMostEdges);
 
     /// Takes the meetings of the other outline's edges [begin, end).
     void lookAt(std::size_t begin, std::size_t end)
