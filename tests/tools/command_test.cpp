@@ -1,18 +1,11 @@
 // The command from outside: what it prints, what it writes, and the status it ends with.
 #include "tests/support/xml.h"
+#include "tests/tools/command.h"
 
 #include <cntr/cntr.h>
 #include <tools/cntr/archive_tree.h>
 
-#include <gtest/gtest.h>
-
-#include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <cmath>
-#include <filesystem>
-#include <fstream>
 #include <nlohmann/json.hpp>
 #include <set>
 
@@ -21,67 +14,12 @@ namespace {
 namespace fs = std::filesystem;
 using nlohmann::json;
 
-struct Outcome {
-    int status;
-    std::string out, err;
-};
-
-std::string contentOf(fs::path const& file)
-{
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
-/// Runs in a folder of its own.
-class Command : public testing::Test {
-protected:
-    void SetUp() override
-    {
-        folder_ = fs::temp_directory_path() / ("cntr_command_test_" + std::to_string(::getpid()));
-        fs::remove_all(folder_);
-        fs::create_directory(folder_);
-        write("square.wkt",
-              "# sq\nPOLYGON ((0 0, 4 0, 4 4, 0 4, 0 0), (1 1, 2 1, 2 2, 1 2, 1 1))\n");
-        write("moved.wkt", "POLYGON ((2 3, 6 3, 6 7, 2 7))\n");
-        write("line.csv", "0,0\n3,4\n3,8\n");
-        write("eight.csv", "0,0\n10,10\n10,0\n0,10\n");
-        write("bad.wkt", "LINESTRING (0 0, 1 1)\nPOLYGON ((0 0, 1 x))\n");
-        write("hole.wkt", "# h\nPOLYGON ((0 0, 9 0, 9 9), (5 1, 6 1, 6 2), (8 1, 11 1, 11 2))\n" +
-                              contentOf(folder_ / "square.wkt"));
-    }
-    void TearDown() override { fs::remove_all(folder_); }
-
-    void write(char const* name, std::string const& text) const
-    {
-        std::ofstream(folder_ / name, std::ios::binary) << text;
-    }
-
-    /// `redirect` may send standard output elsewhere.
-    Outcome run(std::string const& arguments, std::string const& redirect = ">.out") const
-    {
-        std::string const line = "cd '" + folder_.string() +
-                                 "' && rm -f .out && '" CNTR_COMMAND "' " + arguments + " 2>.err " +
-                                 redirect;
-        int const status = std::system(line.c_str());
-        EXPECT_TRUE(WIFEXITED(status)) << arguments;
-        return {WEXITSTATUS(status), contentOf(folder_ / ".out"), contentOf(folder_ / ".err")};
-    }
-
-    std::string file(char const* name) const { return contentOf(folder_ / name); }
-    fs::path folder_;
-};
-
 long countOf(std::string const& text, std::string const& part)
 {
     long count = 0;
     for (std::size_t at = 0; (at = text.find(part, at)) != std::string::npos; ++at)
         ++count;
     return count;
-}
-
-bool holds(std::string const& text, char const* part)
-{
-    return text.find(part) != std::string::npos;
 }
 
 }  // namespace

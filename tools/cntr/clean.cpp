@@ -68,6 +68,7 @@ Shape cleanOne(Session& session, Shape const& shape, bool outerHull, Picture& pi
 
 void clean(Session& session, Options const& options)
 {
+    checkFiles(options.input.files, options.output.file, options.picture);
     outputFormat(options.output);  // a name that tells no format is refused before the work
     std::vector<Shape> cleaned;
     Picture picture(options.picture, "Cleaned outlines over the original ones");
@@ -78,7 +79,7 @@ void clean(Session& session, Options const& options)
         if (!done)
             picture.original(shape);
     }
-    saveShapes(session, cleaned, options.output);
+    saveShapes(session, cleaned, options.input.files, options.output);
     picture.save();
 }
 

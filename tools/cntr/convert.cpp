@@ -19,7 +19,7 @@ void convert(Session& session, Options const& options)
     auto const shapes = loadShapes(session, options.input);
     if (shapes.empty())
         return;  // why has been said
-    saveShapes(session, shapes, options.output);
+    saveShapes(session, shapes, options.input.files, options.output);
 }
 
 }  // namespace

@@ -69,6 +69,7 @@ void crossRings(Ring const& a, Ring const& b, std::vector<Row>& rows, Picture& p
 
 void cross(Session& session, Options const& options)
 {
+    checkFiles(options.input.files, "-", options.picture);
     std::vector<Shape> shapes[2];
     Picture picture(options.picture, "Where outlines meet");
     for (std::size_t i = 0; i < 2; ++i) {

@@ -16,6 +16,7 @@ struct Options {
 
 void hull(Session& session, Options const& options)
 {
+    checkFiles(options.input.files, options.output.file, options.picture);
     outputFormat(options.output);
     std::vector<Shape> hulls;
     Picture picture(options.picture, "Convex hulls");
@@ -28,7 +29,7 @@ void hull(Session& session, Options const& options)
         });
         picture.shape(shape);
     }
-    saveShapes(session, hulls, options.output);
+    saveShapes(session, hulls, options.input.files, options.output);
     picture.save();
 }
 

@@ -126,6 +126,10 @@ void locateInSet(qcRegionSet const& set, Points const& points, std::vector<Row>&
 
 void locate(Session& session, Options const& options)
 {
+    auto inputs = options.input.files;
+    if (!options.pointsFile.empty())
+        inputs.push_back(options.pointsFile);
+    checkFiles(inputs, "-", options.picture);
     auto const points = pointsAsked(session, options);
     auto shapes = loadShapes(session, options.input);
     if (options.set)

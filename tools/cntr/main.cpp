@@ -38,7 +38,8 @@ int run(CLI::App& app, qnTool::Session& session, int argc, char** argv)
 
 int main(int argc, char** argv)
 {
-    std::signal(SIGPIPE, SIG_IGN);  // a closed pipe is an output error like any other
+    std::signal(SIGPIPE, SIG_IGN);  // a closed pipe is an output error like any other,
+    std::signal(SIGXFSZ, SIG_IGN);  // and so is a file that may not grow
     CLI::App app("Measures, locates, cleans and merges outlines and regions.", "cntr");
     app.set_version_flag("--version", "cntr " + std::to_string(CNTR_VERSION_MAJOR) + "." +
                                           std::to_string(CNTR_VERSION_MINOR) + "." +

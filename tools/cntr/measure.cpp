@@ -210,6 +210,7 @@ void addMeasure(CLI::App& app, Session& session)
         ->type_name("A,B,...");
     command.add_flag("--set", options->set, "Measure all closed outlines as one figure");
     whenChosen(command, session, [options, &session] {
+        checkFiles(options->input.files, "-", options->picture);
         checkColumns(*options);
         options->set ? measureSet(session, *options) : measureEach(session, *options);
     });

@@ -72,6 +72,7 @@ std::vector<Shape> shapesOf(qcRegionSet const& set, std::vector<Shape> const& or
 
 void merge(Session& session, Options const& options)
 {
+    checkFiles(options.input.files, options.output.file, options.picture);
     outputFormat(options.output);
     auto const shapes = closedOnly(session, loadShapes(session, options.input), "merge");
     if (shapes.empty())
@@ -87,7 +88,7 @@ void merge(Session& session, Options const& options)
         noteChange(session, before, after);
         for (auto const& region : after.regions())
             picture.result(*region);
-        saveShapes(session, shapesOf(after, shapes), options.output);
+        saveShapes(session, shapesOf(after, shapes), options.input.files, options.output);
     });
     if (!done)
         return;

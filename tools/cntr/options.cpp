@@ -1,6 +1,7 @@
 // Options that several subcommands share.
 #include "options.h"
 
+#include <algorithm>
 #include <map>
 
 namespace qnTool {
@@ -59,6 +60,19 @@ void addPicture(CLI::App& command, PictureOptions& options)
 {
     command.add_option("--svg", options.file, "Draw what was found")->type_name("OUT.svg");
     command.add_flag("--y-down", options.yDown, "In the picture y points down");
+}
+
+void checkFiles(std::vector<std::string> const& inputs, std::string const& output,
+                PictureOptions const& picture)
+{
+    if (std::count(inputs.begin(), inputs.end(), "-") > 1)
+        throw CommandError(eUsage, "-: standard input can be read once");
+    if (picture.file.empty())
+        return;
+    if (isAmong(picture.file, inputs))
+        throw CommandError(eUsage, "--svg " + picture.file + ": this is an input");
+    if (sameFile(picture.file, output))
+        throw CommandError(eUsage, "--svg " + picture.file + ": the result goes there");
 }
 
 }  // namespace qnTool

@@ -1,6 +1,7 @@
 /// Options that several subcommands share.
 #pragma once
 
+#include "files.h"
 #include "picture.h"
 #include "report.h"
 #include "save.h"
@@ -20,6 +21,11 @@ void addReport(CLI::App& command, ReportOptions& options);
 void addOutput(CLI::App& command, OutputOptions& options);
 /// --svg and --y-down.
 void addPicture(CLI::App& command, PictureOptions& options);
+
+/// Refuses standard input read twice, and a picture that would replace an input or the output.
+/// Throws CommandError eUsage.
+void checkFiles(std::vector<std::string> const& inputs, std::string const& output,
+                PictureOptions const& picture);
 
 /// Runs `work` when the subcommand is chosen; what the work cannot go on from is reported.
 template <class Work>

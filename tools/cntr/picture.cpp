@@ -1,7 +1,7 @@
 // The colours and widths of pictures; everything is drawn by the foundation's surface.
 #include "picture.h"
 
-#include "save.h"
+#include "files.h"
 
 #include <sstream>
 

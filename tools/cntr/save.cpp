@@ -1,94 +1,19 @@
 // Formats a result in memory, then writes it in one go.
 #include "save.h"
 
+#include "files.h"
 #include "write_outlines.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <charconv>
-#include <climits>
 #include <cstdint>
-#include <cstdlib>
-#include <cstring>
 #include <map>
+#include <set>
 #include <sstream>
 
 namespace qnTool {
 
 namespace {
-
-[[noreturn]] void failWriting(std::string const& file, int error)
-{
-    throw CommandError(eOutputLost, file + ": cannot be written: " + std::strerror(error));
-}
-
-/// 0, or the error number.
-int writeAll(int descriptor, std::string const& bytes)
-{
-    std::size_t done = 0;
-    while (done < bytes.size()) {
-        ssize_t const written = ::write(descriptor, bytes.data() + done, bytes.size() - done);
-        if (written < 0 && errno != EINTR)
-            return errno;
-        done += written > 0 ? static_cast<std::size_t>(written) : 0;
-    }
-    return 0;
-}
-
-/// Where a name leads, links followed, so that a link is not replaced by a file.
-std::string behindLinks(std::string const& file)
-{
-    char* const real = ::realpath(file.c_str(), nullptr);
-    std::string result = real ? real : file;
-    std::free(real);
-    return result;
-}
-
-/// A device or a pipe cannot be replaced: it is written to.
-void writeInPlace(std::string const& file, std::string const& bytes)
-{
-    int const descriptor = ::open(file.c_str(), O_WRONLY | O_CLOEXEC);
-    if (descriptor < 0)
-        failWriting(file, errno);
-    int error = writeAll(descriptor, bytes);
-    if (::close(descriptor) != 0 && error == 0)
-        error = errno;
-    if (error != 0)
-        failWriting(file, error);
-}
-
-void replaceFile(std::string const& file, std::string const& bytes, mode_t const* mode)
-{
-    std::string const target = behindLinks(file);
-    std::string const beside = target + ".part-" + std::to_string(::getpid());
-    int const descriptor = ::open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    if (descriptor < 0)
-        failWriting(file, errno);
-    if (mode)
-        (void)::fchmod(descriptor, *mode & 0777U);  // else the mode of a new file serves
-    int error = writeAll(descriptor, bytes);
-    if (error == 0 && ::fsync(descriptor) != 0)
-        error = errno;
-    if (::close(descriptor) != 0 && error == 0)
-        error = errno;
-    if (error == 0 && ::rename(beside.c_str(), target.c_str()) != 0)
-        error = errno;
-    if (error != 0) {
-        ::unlink(beside.c_str());
-        failWriting(file, error);
-    }
-}
-
-void writeStandardOutput(std::string const& bytes)
-{
-    int const error = writeAll(STDOUT_FILENO, bytes);
-    if (error != 0)
-        failWriting("standard output", error);
-}
 
 bool endsWith(std::string const& text, std::string const& end)
 {
@@ -96,25 +21,56 @@ bool endsWith(std::string const& text, std::string const& end)
            text.compare(text.size() - end.size(), end.size(), end) == 0;
 }
 
-/// The label that stands for a name.
-unsigned long labelOf(Shape const& shape, std::size_t position)
+/// The label that a name is, if it is one.
+std::optional<std::uint32_t> labelIn(std::string const& name)
 {
     std::uint32_t label = 0;
-    char const* const end = shape.name.data() + shape.name.size();
-    auto const parsed = std::from_chars(shape.name.data(), end, label);
+    char const* const end = name.data() + name.size();
+    auto const parsed = std::from_chars(name.data(), end, label);
     bool const number = parsed.ec == std::errc() && parsed.ptr == end;
-    return number || shape.name.empty() ? label : static_cast<unsigned long>(position);
+    return number ? std::optional<std::uint32_t>(label) : std::nullopt;
 }
+
+/// A label for every shape in turn, no two names sharing one unless they are one number.
+class Labels {
+public:
+    explicit Labels(std::vector<Shape> const& shapes)
+    {
+        for (auto const& shape : shapes)
+            if (auto const label = labelIn(shape.name))
+                numbers_.insert(*label);
+    }
+
+    unsigned long next(std::string const& name)
+    {
+        ++position_;
+        if (name.empty())
+            return 0;
+        if (auto const label = labelIn(name))
+            return *label;
+        last_ = std::max(last_ + 1, position_);
+        while (numbers_.count(last_) > 0)
+            ++last_;
+        return last_;
+    }
+
+private:
+    std::set<unsigned long> numbers_;  // that are names
+    unsigned long position_ = 0;
+    unsigned long last_ = 0;  // that stood for a word
+};
 
 /// Plain copies with their labels; a shape that stands several times is one object.
 class Labelled {
 public:
+    explicit Labelled(std::vector<Shape> const& shapes) : labels_(shapes) {}
+
     qcPtrHandle<qcRegion> region(Shape const& shape)
     {
         auto& copy = regions_[shape.contour.get()];
         if (copy.isNull()) {
             copy = qcPtrHandle<qcRegion>(new qcRegion(*shape.region));
-            copy->label(labelOf(shape, ++position_));
+            copy->label(labels_.next(shape.name));
         }
         return copy;
     }
@@ -124,18 +80,18 @@ public:
         if (!shape.region.isNull())
             return region(shape);
         qcPtrHandle<qcContour> copy(new qcContour(*shape.contour));
-        copy->label(labelOf(shape, ++position_));
+        copy->label(labels_.next(shape.name));
         return copy;
     }
 
 private:
     std::map<qcContour const*, qcPtrHandle<qcRegion>> regions_;
-    std::size_t position_ = 0;
+    Labels labels_;
 };
 
 void storeSet(qcArchive& archive, std::vector<Shape> const& shapes)
 {
-    Labelled labelled;
+    Labelled labelled(shapes);
     std::vector<qcPtrHandle<qcRegion>> regions;
     regions.reserve(shapes.size());
     for (auto const& shape : shapes)
@@ -147,7 +103,7 @@ void storeSet(qcArchive& archive, std::vector<Shape> const& shapes)
 
 void storeEach(qcArchive& archive, std::vector<Shape> const& shapes)
 {
-    Labelled labelled;
+    Labelled labelled(shapes);
     for (auto const& shape : shapes) {
         auto const object = labelled.contour(shape);
         qcPersistent* none = nullptr;
@@ -161,7 +117,8 @@ void noteLosses(Session& session, std::vector<Shape> const& shapes)
     bool names = false;
     bool data = false;
     for (auto const& shape : shapes) {
-        names = names || (!shape.name.empty() && shape.name != std::to_string(labelOf(shape, 0)));
+        names = names || (!shape.name.empty() &&
+                          shape.name != std::to_string(labelIn(shape.name).value_or(0)));
         data = data || shape.carriesData;
     }
     if (names)
@@ -208,20 +165,6 @@ std::string textBytes(Session& session, std::vector<Shape> const& shapes,
 
 }  // namespace
 
-void writeWhole(std::string const& file, std::string const& bytes)
-{
-    if (file == "-") {
-        writeStandardOutput(bytes);
-        return;
-    }
-    struct stat status = {};
-    bool const exists = ::stat(file.c_str(), &status) == 0;
-    if (exists && !S_ISREG(status.st_mode))
-        writeInPlace(file, bytes);
-    else
-        replaceFile(file, bytes, exists ? &status.st_mode : nullptr);
-}
-
 InputOptions::Format outputFormat(OutputOptions const& options)
 {
     if (options.format != InputOptions::eAuto)
@@ -236,8 +179,14 @@ InputOptions::Format outputFormat(OutputOptions const& options)
                                               "for others say --to");
 }
 
-void saveShapes(Session& session, std::vector<Shape> const& shapes, OutputOptions const& options)
+void saveShapes(Session& session, std::vector<Shape> const& shapes,
+                std::vector<std::string> const& inputs, OutputOptions const& options)
 {
+    if (session.status() != eDone && isAmong(options.file, inputs)) {
+        session.fail(session.status(), options.file + ": not written, for it is an input of which "
+                                                      "not everything came through");
+        return;
+    }
     auto const format = outputFormat(options);
     writeWhole(options.file, format == InputOptions::eArchive
                                  ? archiveBytes(session, shapes)

@@ -1,4 +1,4 @@
-/// Results to files and to standard output.
+/// Outlines as text or archives, to files and to standard output.
 #pragma once
 
 #include "session.h"
@@ -9,12 +9,6 @@
 #include <vector>
 
 namespace qnTool {
-
-/// Writes all of `bytes` to the file, or to standard output for `-`.
-///
-/// A regular file is replaced in one step, after everything has been written beside it: until then,
-/// and when anything fails, it is as it was. Throws CommandError eOutputLost.
-void writeWhole(std::string const& file, std::string const& bytes);
 
 struct OutputOptions {
     std::string file = "-";
@@ -30,7 +24,11 @@ InputOptions::Format outputFormat(OutputOptions const& options);
 ///
 /// An archive holds one pointer record: a qcRegionSet of all shapes; where some are open, a pointer
 /// record for each shape instead. Labels: a name that is a number is the label, another name becomes
-/// the shape's place in the output, no name is 0.
-void saveShapes(Session& session, std::vector<Shape> const& shapes, OutputOptions const& options);
+/// the shape's place in the output or the next number that is free, no name is 0.
+///
+/// One of the inputs is not replaced where anything failed before: what was rejected stands there
+/// alone. That is reported.
+void saveShapes(Session& session, std::vector<Shape> const& shapes,
+                std::vector<std::string> const& inputs, OutputOptions const& options);
 
 }  // namespace qnTool
