@@ -3,6 +3,11 @@
 #include "edges.h"
 #include "options.h"
 
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
 namespace qnTool {
 
 namespace {
@@ -18,17 +23,23 @@ struct Ring {
     Shape const* shape;
     std::size_t number;  // 1 for the outline
     EdgeQueries contour;
-    qcRect box;
+    std::array<double, 2> low, high;  // of the box around it
 };
 
-std::vector<Ring> ringsOf(Session& session, std::vector<Shape> const& shapes)
+Ring ringOf(Shape const& shape, std::size_t number, qcContour const& contour)
 {
-    std::vector<Ring> rings;
+    auto const box = contour.encloseRect(qcXform<2>::I);
+    auto const low = box.origin().position(), high = box.lr().position();
+    return {&shape, number, EdgeQueries(contour), {low.x(), low.y()}, {high.x(), high.y()}};
+}
+
+using Rings = std::vector<Ring>;
+
+Rings ringsOf(Session& session, std::vector<Shape> const& shapes)
+{
+    Rings rings;
     auto const add = [&](Shape const& shape, std::size_t number, qcContour const& contour) {
-        session.attempt(shape.place(), [&] {
-            rings.push_back(
-                {&shape, number, EdgeQueries(contour), contour.encloseRect(qcXform<2>::I)});
-        });
+        session.attempt(shape.place(), [&] { rings.push_back(ringOf(shape, number, contour)); });
     };
     for (auto const& shape : shapes) {
         add(shape, 1, *shape.contour);
@@ -41,14 +52,78 @@ std::vector<Ring> ringsOf(Session& session, std::vector<Shape> const& shapes)
     return rings;
 }
 
-/// False only where no edges can meet, the tolerance of the query included.
-bool mayMeet(qcRect const& a, qcRect const& b)
+/// Farther apart than this, edges never meet, the tolerance of the query included.
+constexpr double kReach = 1e-5;
+
+/// False only where no edges can meet.
+bool mayMeet(Ring const& a, Ring const& b)
 {
-    constexpr double kReach = 1e-5;
-    auto const lowA = a.origin().position(), highA = a.lr().position();
-    auto const lowB = b.origin().position(), highB = b.lr().position();
-    return !(lowA.x() > highB.x() + kReach || lowB.x() > highA.x() + kReach ||
-             lowA.y() > highB.y() + kReach || lowB.y() > highA.y() + kReach);
+    return !(a.low[0] > b.high[0] + kReach || b.low[0] > a.high[0] + kReach ||
+             a.low[1] > b.high[1] + kReach || b.low[1] > a.high[1] + kReach);
+}
+
+/// The axis, 0 or 1, along which fewer boxes lie side by side with each other.
+std::size_t sparseAxis(Rings const (&lists)[2])
+{
+    double crowding[2];
+    for (std::size_t axis = 0; axis < 2; ++axis) {
+        double low = HUGE_VAL, high = -HUGE_VAL, sum = 0.0;
+        for (auto const& rings : lists) {
+            for (auto const& ring : rings) {
+                low = std::min(low, ring.low[axis]);
+                high = std::max(high, ring.high[axis]);
+                sum += ring.high[axis] - ring.low[axis] + kReach;
+            }
+        }
+        crowding[axis] = sum / (high - low + kReach);
+    }
+    return crowding[1] < crowding[0] ? 1 : 0;
+}
+
+/// Where the box of a ring begins.
+struct Begin {
+    double at;
+    std::size_t list, ring;
+};
+
+std::vector<Begin> beginsOf(Rings const (&lists)[2], std::size_t axis)
+{
+    std::vector<Begin> begins;
+    for (std::size_t list = 0; list < 2; ++list) {
+        for (std::size_t i = 0; i < lists[list].size(); ++i) {
+            double const low = lists[list][i].low[axis];
+            begins.push_back({std::isnan(low) ? -HUGE_VAL : low, list, i});
+        }
+    }
+    std::sort(begins.begin(), begins.end(),
+              [](Begin const& a, Begin const& b) { return a.at < b.at; });
+    return begins;
+}
+
+/// A ring of the first list and one of the second.
+using Pair = std::pair<std::size_t, std::size_t>;
+
+/// The pairs that may meet, in order, found on a way along one axis.
+std::vector<Pair> nearPairs(Rings const (&lists)[2])
+{
+    std::size_t const axis = sparseAxis(lists);
+    std::vector<Pair> pairs;
+    std::vector<std::size_t> open[2];  // not known to end before the place on the way
+    for (auto const& begin : beginsOf(lists, axis)) {
+        auto const& others = lists[1 - begin.list];
+        auto& near = open[1 - begin.list];
+        auto const isPassed = [&](std::size_t other) {
+            return others[other].high[axis] + kReach < begin.at;
+        };
+        near.erase(std::remove_if(near.begin(), near.end(), isPassed), near.end());
+        for (std::size_t const other : near)
+            if (mayMeet(lists[begin.list][begin.ring], others[other]))
+                pairs.push_back(begin.list == 0 ? Pair(begin.ring, other)
+                                                : Pair(other, begin.ring));
+        open[begin.list].push_back(begin.ring);
+    }
+    std::sort(pairs.begin(), pairs.end());
+    return pairs;
 }
 
 void crossRings(Ring const& a, Ring const& b, std::vector<Row>& rows, Picture& picture)
@@ -79,13 +154,13 @@ void cross(Session& session, Options const& options)
         for (auto const& shape : shapes[i])
             i == 0 ? picture.shape(shape) : picture.other(shape);
     }
-    auto const rings = ringsOf(session, shapes[0]);
-    auto const others = ringsOf(session, shapes[1]);
+    Rings const rings[2] = {ringsOf(session, shapes[0]), ringsOf(session, shapes[1])};
     std::vector<Row> rows;
-    for (auto const& a : rings)
-        for (auto const& b : others)
-            if (mayMeet(a.box, b.box))
-                session.attempt(a.shape->place(), [&] { crossRings(a, b, rows, picture); });
+    for (auto const& pair : nearPairs(rings)) {
+        auto const& ring = rings[0][pair.first];
+        session.attempt(ring.shape->place(),
+                        [&] { crossRings(ring, rings[1][pair.second], rows, picture); });
+    }
     writeWhole("-", reportText("points", rows, options.report));
     picture.save();
 }
