@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <nlohmann/json.hpp>
+#include <random>
 #include <set>
 
 namespace {
@@ -116,11 +117,11 @@ TEST_F(Command, CleansCrossesMergesAndHulls)
 {
     auto const clean = run("clean eight.csv --closed");
     EXPECT_EQ(clean.status, 0);
-    EXPECT_TRUE(holds(clean.err, "1 crossings resolved")) << clean.err;
+    EXPECT_TRUE(holds(clean.err, "1 crossing resolved")) << clean.err;
     EXPECT_TRUE(holds(clean.out, "5 5")) << clean.out;
     write("curl.csv", "0,0\n10,0\n10,10\n3,10\n3,4\n7,4\n7,12\n0,12\n");
     auto const hull = run("clean - --closed --outer-hull <curl.csv");
-    EXPECT_TRUE(holds(hull.err, "% of the outline's length did not come back")) << hull.err;
+    EXPECT_TRUE(holds(hull.err, "#1: 31.2 % of the length did not come back")) << hull.err;
 
     auto const points = json::parse(run("cross square.wkt moved.wkt --json").out)["points"];
     std::set<json> met;  // edge k ends at vertex k
@@ -129,8 +130,78 @@ TEST_F(Command, CleansCrossesMergesAndHulls)
     EXPECT_EQ(met, (std::set<json>{{2.0, 4.0, 3, 0}, {4.0, 3.0, 2, 1}}));
     auto const merged = run("merge square.wkt moved.wkt --outer-hull");
     EXPECT_TRUE(holds(merged.err, "2 regions -> 1, area 32 -> ")) << merged.err;
-    EXPECT_TRUE(holds(merged.err, "of 1 holes 0 came back")) << merged.err;
+    EXPECT_TRUE(holds(merged.err, "the set: 1 of 1 hole did not come back")) << merged.err;
     EXPECT_EQ(run("hull line.csv").out, "POLYGON ((0 0, 3 4, 3 8, 0 0))\n");
+}
+
+TEST_F(Command, SaysWhatCleaningAndMergingLeave)
+{
+    // As small as the tolerance of a crossing.
+    write("tiny.csv", "6e-6,8e-6\n2e-6,0e-6\n4e-6,7e-6\n3e-6,8e-6\n1e-6,2e-6\n");
+    auto const tiny = run("clean tiny.csv --closed");
+    EXPECT_TRUE(holds(tiny.err, "2 crossings resolved, 1 remain\n")) << tiny.err;
+    write("row.wkt", "# a\nPOLYGON ((0 0, 4 0, 4 4, 0 4))\n# b\nPOLYGON ((3 3, 7 3, 7 7, 3 7))\n"
+                     "# c\nPOLYGON ((6 6, 10 6, 10 10, 6 10))\n");
+    auto const row = run("merge row.wkt");
+    EXPECT_TRUE(holds(row.err, "3 regions -> 2, area 48 -> 46")) << row.err;
+    EXPECT_TRUE(holds(row.err, "some regions of the result still overlap")) << row.err;
+    EXPECT_TRUE(holds(row.out, "# c\nPOLYGON ((6 6, 10 6, 10 10, 6 10, 6 6))\n")) << row.out;
+    EXPECT_EQ(countOf(row.out, "#"), 1) << row.out;
+
+    std::string const square = "# a\nPOLYGON ((0 0, 4 0, 4 4, 0 4))\n# b\nPOLYGON ";
+    struct {
+        char const *other, *regions;
+        bool repeats;
+    } const cases[] = {
+        {"((0 0, 4 0, 4 4, 0 4))", "2 regions -> 1, area 32 -> 32,", true},
+        {"((4 4, 0 4, 0 0, 4 0))", "2 regions -> 1, area 32 -> 32,", true},
+        {"((0 4, 4 4, 4 0, 0 0))", "2 regions -> 1, area 32 -> 0,", true},
+        {"((1 1, 5 1, 5 5, 1 5))", "2 regions -> 1,", false},
+        {"((5 0, 9 0, 9 4, 5 4))", "2 regions -> 2, area 32 -> 32,", false},
+    };
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.other);
+        write("two.wkt", square + c.other);
+        auto const two = run("merge two.wkt");
+        EXPECT_TRUE(holds(two.err, c.regions)) << two.err;
+        EXPECT_EQ(holds(two.err, "two.wkt:4: b: the same outline as two.wkt:2: a"), c.repeats);
+    }
+}
+
+TEST_F(Command, CrossesEveryRingWithEveryOtherInOrder)
+{
+    using Corners = std::vector<qcVector<2>>;
+    std::mt19937 random(3);
+    auto const some = [&](char const* name, double width, double height) {
+        std::uniform_real_distribution<> x(0, width), y(0, height);
+        Corners corners;
+        std::string text;
+        for (int i = 0; i < 60; ++i) {
+            corners.emplace_back(x(random), y(random));
+            for (auto const& step : Corners{{0, 0}, {2, 0}, {2, 2}, {0, 2}, {0, 0}})
+                text += std::to_string(corners[i].x() + step.x()) + "," +
+                        std::to_string(corners[i].y() + step.y()) + "\n";
+            text += "\n";
+        }
+        write(name, text);
+        return corners;
+    };
+    for (auto const& size : Corners{{60, 3}, {3, 60}, {15, 15}}) {
+        auto const first = some("first.csv", size.x(), size.y());
+        auto const second = some("second.csv", size.x(), size.y());
+        json expected = json::array();  // the outlines of equal squares meet where the squares do
+        for (std::size_t a = 0; a < first.size(); ++a)
+            for (std::size_t b = 0; b < second.size(); ++b)
+                if (std::abs(first[a].x() - second[b].x()) < 2 &&
+                    std::abs(first[a].y() - second[b].y()) < 2)
+                    expected.push_back({"#" + std::to_string(a + 1), "#" + std::to_string(b + 1)});
+        json found = json::array();
+        auto const rows = json::parse(run("cross first.csv second.csv --json").out);
+        for (auto const& p : rows["points"])
+            if (found.empty() || found.back() != json({p["name"], p["otherName"]}))
+                found.push_back({p["name"], p["otherName"]});
+        EXPECT_TRUE(found == expected) << found.size() << " of " << expected.size();
+    }
 }
 
 TEST_F(Command, ConvertsWithoutLossWhereTheFormatAllows)

@@ -1,4 +1,5 @@
 // cntr clean: outlines that cross themselves, regularised or replaced by their outer hull.
+#include "changes.h"
 #include "commands.h"
 #include "edges.h"
 #include "options.h"
@@ -14,40 +15,18 @@ struct Options {
     bool outerHull = false;
 };
 
-/// Figures in messages: enough digits to compare by eye.
-std::string shortNumber(double value)
-{
-    char text[32];
-    std::snprintf(text, sizeof text, "%.7g", value);
-    return text;
-}
-
-std::string change(char const* what, double before, double after)
-{
-    return std::string(what) + " " + shortNumber(before) + " -> " + shortNumber(after);
-}
-
 /// What became of one outline.
 void noteChange(Session& session, Shape const& shape, qcRegion const& cleaned,
                 std::size_t crossings)
 {
-    qcRegion const& before = *shape.region;
+    auto const before = figuresOf(*shape.region), after = figuresOf(cleaned);
     auto const left = EdgeQueries(cleaned).selfMeetings().size();
-    std::string text = shape.place() + ": " +
-                       change("area", before.area(false), cleaned.area(false)) + ", " +
-                       change("length", before.length(), cleaned.length()) + ", " +
-                       std::to_string(crossings) + " crossings resolved";
+    std::string text = shape.place() + ": " + changeText(before, after) + ", " +
+                       counted(crossings, "crossing") + " resolved";
     if (left > 0)
         text += ", " + std::to_string(left) + " remain";
     session.note(text);
-    constexpr double kRounding = 1e-9;  // of the length; less than that is no loss
-    double const lost = 1.0 - cleaned.length() / before.length();
-    if (lost > kRounding)
-        session.note("warning: " + shape.place() + ": " + shortNumber(100.0 * lost) +
-                     " % of the outline's length did not come back");
-    if (cleaned.holes().size() < before.holes().size())
-        session.note("warning: " + shape.place() + ": its " +
-                     std::to_string(before.holes().size()) + " holes did not come back");
+    warnOfLosses(session, shape.place(), before, after);
 }
 
 Shape cleanOne(Session& session, Shape const& shape, bool outerHull, Picture& picture)
