@@ -117,6 +117,31 @@ void withStream(std::string const& file, Use use)
     use(in);
 }
 
+/// Counts what would be written out, a shared hole as often as it is met, before any is copied.
+class WrittenSize {
+public:
+    void add(qcContour const& contour)
+    {
+        points_ += contour.points().size();
+        if (points_ > Limits::kPoints || ++outlines_ > Limits::kShapes)
+            throw CommandError(eOverLimit, "the outlines written out would exceed " +
+                                               std::to_string(Limits::kPoints) + " points or " +
+                                               std::to_string(Limits::kShapes) +
+                                               " outlines and holes");
+    }
+
+    void addAll(qcRegion const& region)
+    {
+        add(region);
+        for (auto const& hole : region.holes())
+            addAll(*hole);
+    }
+
+private:
+    std::size_t points_ = 0;
+    std::size_t outlines_ = 0;
+};
+
 Outline outlineOf(qcContour const& contour, std::string const& name)
 {
     Outline outline;
@@ -185,17 +210,11 @@ qcRegionSet setOf(std::vector<Shape> const& shapes)
 
 std::vector<Outline> outlinesOf(std::vector<Shape> const& shapes)
 {
+    WrittenSize size;
+    for (auto const& shape : shapes)
+        shape.region.isNull() ? size.add(*shape.contour) : size.addAll(*shape.region);
     std::vector<Outline> outlines;
-    std::size_t points = 0;
-    auto const count = [&](qcContour const& contour) {
-        points += contour.points().size();
-        if (points > Limits::kPoints || outlines.size() > Limits::kShapes)
-            throw CommandError(eOverLimit, "the outlines written out would exceed " +
-                                               std::to_string(Limits::kPoints) + " points or " +
-                                               std::to_string(Limits::kShapes) + " outlines");
-    };
     for (auto const& shape : shapes) {
-        count(*shape.contour);
         if (shape.region.isNull()) {
             outlines.push_back(outlineOf(*shape.contour, shape.name));
             continue;
@@ -206,12 +225,9 @@ std::vector<Outline> outlinesOf(std::vector<Shape> const& shapes)
             for (auto const* island : islands) {
                 outlines.push_back(outlineOf(*island, shape.name));
                 for (auto const& hole : island->holes()) {
-                    count(*hole);
                     outlines.back().holes.push_back(hole->points());
-                    for (auto const& inner : hole->holes()) {
-                        count(*inner);
+                    for (auto const& inner : hole->holes())
                         next.push_back(&*inner);
-                    }
                 }
             }
         }
