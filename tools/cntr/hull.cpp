@@ -1,7 +1,10 @@
 // cntr hull: the convex hull of every outline.
+#include "changes.h"
 #include "commands.h"
 #include "options.h"
 
+#include <algorithm>
+#include <cmath>
 #include <memory>
 
 namespace qnTool {
@@ -14,6 +17,32 @@ struct Options {
     PictureOptions picture;
 };
 
+/// The hull of points on one line is the line from end to end; of one place there is none.
+void addHullOf(Session& session, Shape const& shape, std::vector<Shape>& hulls, Picture& picture)
+{
+    qcRegion region;
+    shape.contour->convexHull(region);
+    auto const& all = shape.contour->points();
+    auto const lost = std::count_if(all.begin(), all.end(), [](qcVector<2> const& point) {
+        return !std::isfinite(point.x()) || !std::isfinite(point.y());
+    });
+    if (lost > 0)
+        session.note("warning: " + shape.place() + ": " +
+                     counted(static_cast<std::size_t>(lost), "point") +
+                     " left out: coordinates that are not finite");
+    auto const count = region.points().size();
+    if (count < 2) {
+        session.fail(eGeometry, shape.place() + ": no hull of fewer than two different points");
+        return;
+    }
+    hulls.push_back(shapeOf(region, shape));
+    if (count == 2) {
+        hulls.back().region = {};
+        hulls.back().contour = qcPtrHandle_const<qcContour>(new qcContour(region.points(), false));
+    }
+    picture.result(region);
+}
+
 void hull(Session& session, Options const& options)
 {
     checkFiles(options.input.files, options.output.file, options.picture);
@@ -21,12 +50,7 @@ void hull(Session& session, Options const& options)
     std::vector<Shape> hulls;
     Picture picture(options.picture, "Convex hulls");
     for (auto const& shape : loadShapes(session, options.input)) {
-        session.attempt(shape.place(), [&] {
-            qcRegion region;
-            shape.contour->convexHull(region);
-            hulls.push_back(shapeOf(region, shape));
-            picture.result(region);
-        });
+        session.attempt(shape.place(), [&] { addHullOf(session, shape, hulls, picture); });
         picture.shape(shape);
     }
     saveShapes(session, hulls, options.input.files, options.output);
