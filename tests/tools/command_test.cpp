@@ -5,6 +5,8 @@
 #include <cntr/cntr.h>
 #include <tools/cntr/archive_tree.h>
 
+#include <sys/resource.h>
+
 #include <cmath>
 #include <nlohmann/json.hpp>
 #include <random>
@@ -27,6 +29,8 @@ long countOf(std::string const& text, std::string const& part)
 
 TEST_F(Command, EndsWithTheStatusOfWhatHappened)
 {
+    write("one.csv", "1,1\n");
+    write("null.cntr", std::string(1, '\0'));
     struct {
         char const* arguments;
         int status;
@@ -34,14 +38,21 @@ TEST_F(Command, EndsWithTheStatusOfWhatHappened)
     } const cases[] = {
         {"--help", 0, "locate", ""},
         {"measure --help", 0, "--json", ""},
-        {"", 2, "", "subcommand"},
-        {"frobnicate", 2, "", ""},
-        {"measure", 2, "", "FILE"},
+        {"", 2, "", "cntr: A subcommand is required"},
+        {"frobnicate", 2, "", "cntr: there is no subcommand 'frobnicate'"},
+        {"measure", 2, "", "cntr: FILE is required"},
+        {"measure --frobnicate", 2, "", "cntr: there is no option '--frobnicate'"},
+        {"locate a.wkt b.wkt --point 5,5", 2, "", "cntr: one argument too many: 'b.wkt'"},
         {"measure square.wkt --columns name,size", 2, "", "no column 'size'"},
-        {"measure square.wkt --precision 101", 2, "", "--precision"},
-        {"measure square.wkt --format xml", 2, "", "--format"},
+        {"measure square.wkt --precision 101", 2, "", "cntr: --precision: Value 101 not in range"},
+        {"measure square.wkt --format xml", 2, "",
+         "cntr: --format: wkt, csv or archive, not 'xml'"},
+        {"measure square.wkt --format 2", 2, "", "not '2'"},
+        {"measure square.wkt --format WKT", 0, "sq", ""},
         {"locate square.wkt", 2, "", "--point X,Y"},
         {"locate square.wkt --point 3", 2, "", "expected a separator"},
+        {"locate square.wkt --point a,b", 2, "", "--point: no point in 'a,b'"},
+        {"locate square.wkt --points /dev/null", 3, "", "/dev/null: no point in this input"},
         {"convert square.wkt out.xyz", 2, "", "--to"},
         {"measure nothing.wkt line.csv", 3, "#1", "nothing.wkt: cannot be opened"},
         {"measure .", 3, "", ".:1: reading failed"},
@@ -49,7 +60,10 @@ TEST_F(Command, EndsWithTheStatusOfWhatHappened)
         {"measure /dev/null", 3, "", "no outline"},
         {"clean line.csv", 3, "", "line.csv:1: #1: an open outline"},
         {"archive square.wkt", 3, "", "byte 1: a pointer record that is neither"},
-        {"measure square.wkt --format archive", 3, "", "record at byte 0: qcArchive::"},
+        {"measure square.wkt --format archive", 3, "",
+         "byte 0: qcArchive::ValueOutOfRange (0x10001305): a pointer"},
+        {"measure null.cntr", 3, "", "null.cntr: record at byte 0: no contour, region or set"},
+        {"measure one.csv", 4, "", "qcContourDefs::EmptyContour (0x10004680): too few points"},
         {"measure hole.wkt --columns name", 4, "sq",
          "hole.wkt:2: h: ring 3: qcContourDefs::BadParams (0x10004683): holes cannot intersect"},
         {"measure hole.wkt bad.wkt --columns name", 4, "sq", "bad.wkt:2"},
@@ -78,6 +92,11 @@ TEST_F(Command, MeasuresOutlinesAndRegions)
         "sq       yes      16    16             15\n");
     EXPECT_EQ(run("measure - --closed --precision 2 --columns area,crosses <line.csv").out,
               "area  crosses\n6.00       no\n");
+    EXPECT_EQ(json::parse(run("measure square.wkt line.csv --json --columns name,holes").out),
+              json::parse(R"({"outlines": [{"name": "sq", "holes": 1},
+                                           {"name": "#1", "holes": null}]})"));
+    EXPECT_EQ(json::parse(run("measure square.wkt --json --set --columns area").out),
+              json::parse(R"({"sets": [{"area": 16.0}]})"));
     auto const row = json::parse(run("measure square.wkt --json").out)["outlines"][0];
     // The outline less a unit square around (1.5, 1.5).
     double const c = (16 * 2 - 1.5) / 15;
@@ -107,7 +126,6 @@ TEST_F(Command, LocatesPointsWithAndWithoutHoles)
                                    " [false, false, 1.0, [0.0, 2.0], 2],"
                                    " [false, false, 1.0, [4.0, 4.0], 1],"
                                    " [true, false, 0.25, [1.5, 2.0], 2]]"));
-    EXPECT_EQ(run("locate square.wkt moved.wkt --point 5,5").status, 2);
     auto const set = json::parse(run("locate square.wkt --set --point 1.5,1.5 --json").out);
     EXPECT_EQ(set["points"][0]["inside"], true);
     EXPECT_EQ(set["points"][0]["insideWithHoles"], false);
@@ -168,6 +186,26 @@ TEST_F(Command, SaysWhatCleaningAndMergingLeave)
     }
 }
 
+TEST_F(Command, HullsAreOutlinesThatCanBeReadOrNone)
+{
+    write("flat.wkt", "# two\nLINESTRING (0 0, 1 1)\n# three\nLINESTRING (0 0, 2 2, 1 1)\n"
+                      "# same\nLINESTRING (3 3, 3 3, 3 3)\n");
+    auto const flat = run("hull flat.wkt -o hulls.wkt");
+    EXPECT_EQ(flat.status, 4);
+    EXPECT_EQ(flat.err, "cntr: flat.wkt:6: same: no hull of fewer than two different points\n");
+    EXPECT_EQ(file("hulls.wkt"), "# two\nLINESTRING (0 0, 1 1)\n# three\nLINESTRING (0 0, 2 2)\n");
+    EXPECT_EQ(run("measure hulls.wkt").status, 0);
+
+    qcMemoryArchive archive;
+    qcContour contour({{0, 0}, {4, 0}, {std::nan(""), 9}, {4, 4}}, false);
+    qcPersistent* none = nullptr;
+    qcPersistent::serializePointer(archive, &contour, none);
+    write("nan.cntr", {archive.bytes().begin(), archive.bytes().end()});
+    auto const rest = run("hull nan.cntr");
+    EXPECT_EQ(rest.out, "POLYGON ((0 0, 4 0, 4 4, 0 0))\n");
+    EXPECT_TRUE(holds(rest.err, "warning: nan.cntr: #1: 1 point left out")) << rest.err;
+}
+
 TEST_F(Command, CrossesEveryRingWithEveryOtherInOrder)
 {
     using Corners = std::vector<qcVector<2>>;
@@ -220,11 +258,46 @@ TEST_F(Command, ConvertsWithoutLossWhereTheFormatAllows)
     EXPECT_EQ(file("s.cntr"), file("t.cntr"));
     EXPECT_TRUE(holds(run("convert s.cntr s.csv").err, "CSV has no holes"));
 
-    // What cannot be read does not touch what stands there, and nothing is left beside it.
     EXPECT_EQ(run("convert nothing.wkt t.cntr").status, 3);
-    EXPECT_EQ(file("s.cntr"), file("t.cntr"));
-    for (auto const& entry : fs::directory_iterator(folder_))
-        EXPECT_EQ(entry.path().string().find(".part-"), std::string::npos) << entry.path();
+    EXPECT_EQ(file("s.cntr"), file("t.cntr")) << "what cannot be read touches nothing";
+
+    // A word is not labelled as the outline that a number names, nor as another word.
+    std::string named, labels;
+    for (std::string const name : {"foo", "1", "bar", "3", "baz", ""})
+        named += "# " + name + "\nLINESTRING (0 0, 1 1)\n";
+    write("named.wkt", named);
+    run("convert named.wkt named.cntr");
+    auto const outlines = json::parse(run("measure named.cntr --json").out)["outlines"];
+    for (auto const& p : outlines)
+        labels += p["name"].get<std::string>() + " ";
+    EXPECT_EQ(labels, "2 1 4 3 5 #6 ");
+}
+
+// 40 regions, each twice the hole of the next, were copied by the million before a limit was met.
+TEST_F(Command, RefusesSharedHolesThatMultiplyBeforeCopyingThem)
+{
+    qcPtrHandle<qcRegion> nested;
+    for (double size = 1; size <= 40; ++size) {
+        qcPtrHandle<qcRegion> const next(new qcRegion(
+            std::vector<qcVector<2>>{{-size, -size}, {size, -size}, {size, size}, {-size, size}}));
+        if (!nested.isNull())
+            next->holes(std::vector<qcPtrHandle<qcRegion>>{nested, nested});
+        nested = next;
+    }
+    qcMemoryArchive archive;
+    qcPersistent* none = nullptr;
+    qcPersistent::serializePointer(archive, nested.get(), none);
+    write("nested.cntr", {archive.bytes().begin(), archive.bytes().end()});
+    auto const peak = [] {
+        struct rusage usage = {};
+        ::getrusage(RUSAGE_CHILDREN, &usage);
+        return usage.ru_maxrss;  // KiB
+    };
+    long const before = peak();
+    auto const outcome = run("convert nested.cntr -");
+    EXPECT_EQ(outcome.status, 5);
+    EXPECT_TRUE(holds(outcome.err, "would exceed 50000000 points or 5000000 outlines"));
+    EXPECT_LT(peak(), before + 300'000);
 }
 
 TEST_F(Command, DrawsWellFormedPicturesOfWhatItFound)

@@ -13,18 +13,19 @@ public:
     {
     }
 
-    void add(qcPersistent* object)
+    /// `place` is where its record stands, for messages.
+    void add(qcPersistent* object, std::string const& place)
     {
         if (auto* const set = dynamic_cast<qcRegionSet*>(object)) {
             qcPtrHandle_const<qcRegionSet> const held(set);
             for (auto const& region : held->regions())
-                addRegion(region);
+                addRegion(region, place);
         } else if (auto* const region = dynamic_cast<qcRegion*>(object)) {
-            addRegion(qcPtrHandle_const<qcRegion>(region));
+            addRegion(qcPtrHandle_const<qcRegion>(region), place);
         } else if (auto* const contour = dynamic_cast<qcContour*>(object)) {
             addContour(qcPtrHandle_const<qcContour>(contour));
         } else {
-            session_.fail(eBadInput, file_ + ": a record that is no contour, region or set");
+            session_.fail(eBadInput, place + ": no contour, region or set");
         }
     }
 
@@ -42,15 +43,15 @@ private:
         return shape;
     }
 
-    void addRegion(qcPtrHandle_const<qcRegion> const& region)
+    void addRegion(qcPtrHandle_const<qcRegion> const& region, std::string const& place)
     {
         if (region.isNull()) {
-            session_.fail(eBadInput, file_ + ": a null region in a set");
+            session_.fail(eBadInput, place + ": a null region in a set");
             return;
         }
         for (auto const& hole : region->holes()) {
             if (hole.isNull()) {
-                session_.fail(eBadInput, file_ + ": a region with a null hole");
+                session_.fail(eBadInput, place + ": a region with a null hole");
                 return;
             }
         }
@@ -94,7 +95,7 @@ void loadArchive(Session& session, std::string const& file, std::vector<unsigned
         try {
             qcPersistent* loaded = nullptr;
             qcPersistent::serializePointer(archive, nullptr, loaded);
-            sink.add(loaded);
+            sink.add(loaded, place(start));
         } catch (qcArchive::NestingTooDeep const& error) {
             session.fail(eOverLimit, place(start) + ": " + errorText(error));
             return;

@@ -23,15 +23,18 @@ struct Options {
     bool set = false;
 };
 
-/// All points of a text of columns. Faults are reported with the status.
-Points readPoints(Session& session, std::istream& in, std::string const& name, ExitStatus status)
+/// All points of a text of columns. Faults are reported with the status; `what` is said to hold no
+/// point where it does not.
+Points readPoints(Session& session, std::istream& in, std::string const& name,
+                  std::string const& what, ExitStatus status)
 {
     ReadOptions reading;
     reading.format = OutlineFormat::eCsv;
     auto const result = readOutlines(in, name, reading);
     Points points;
     for (auto const& error : result.errors)
-        session.fail(status, error.text());
+        session.fail(status, error.kind == ReadError::eNothing ? name + ": no point in " + what
+                                                               : error.text());
     for (auto const& outline : result.outlines) {
         points.insert(points.end(), outline.points.begin(), outline.points.end());
         if (outline.closed)  // the reader dropped a repeat
@@ -45,13 +48,13 @@ Points pointsAsked(Session& session, Options const& options)
     Points points;
     for (auto const& text : options.points) {
         std::istringstream in(text);
-        auto const one = readPoints(session, in, "--point", eUsage);
+        auto const one = readPoints(session, in, "--point", "'" + text + "'", eUsage);
         points.insert(points.end(), one.begin(), one.end());
     }
     if (!options.pointsFile.empty()) {
         auto const bytes = readBytes(options.pointsFile);
         std::istringstream in(std::string(bytes.begin(), bytes.end()));
-        auto const more = readPoints(session, in, options.pointsFile, eBadInput);
+        auto const more = readPoints(session, in, options.pointsFile, "this input", eBadInput);
         points.insert(points.end(), more.begin(), more.end());
     }
     return points;

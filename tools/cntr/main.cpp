@@ -16,6 +16,20 @@ char const* const kFooter =
     "5 a limit was exceeded; 6 output failed. Of several the largest; whatever is good is\n"
     "still worked on.";
 
+/// An argument that nothing takes comes first: it may be why another is missing.
+std::string usageText(CLI::App const* app, CLI::Error const& error)
+{
+    auto const left = app->remaining(true);
+    std::string text = error.what();
+    if (!left.empty() && left[0].size() > 1 && left[0][0] == '-')
+        text = "there is no option '" + left[0] + "'";
+    else if (!left.empty() && app->get_subcommands().empty())
+        text = "there is no subcommand '" + left[0] + "'";
+    else if (!left.empty())
+        text = "one argument too many: '" + left[0] + "'";
+    return "cntr: " + text + "\nRun with --help for more information.\n";
+}
+
 int run(CLI::App& app, qnTool::Session& session, int argc, char** argv)
 {
     try {
@@ -46,6 +60,7 @@ int main(int argc, char** argv)
                                           std::to_string(CNTR_VERSION_PATCH));
     app.require_subcommand(1);
     app.footer(kFooter);
+    app.failure_message(usageText);
     qnTool::Session session;
     qnTool::addMeasure(app, session);
     qnTool::addLocate(app, session);

@@ -150,11 +150,25 @@ void drawRow(Picture& picture, Shape const& shape, Row const& row)
         picture.ellipse(qf_EllipseFromInertiaData(figureWithHoles(*shape.region)));
 }
 
+/// The values of these columns alone; of all, if none is named.
+std::vector<Row> chosen(std::vector<Row> rows, std::vector<std::string> const& columns)
+{
+    if (columns.empty())
+        return rows;
+    for (auto& row : rows) {
+        Row some = Row::object();
+        for (auto const& column : columns)
+            some[column] = row.value(column, Row());
+        row = std::move(some);
+    }
+    return rows;
+}
+
 std::string tables(std::vector<Row> const& rows, Options const& options)
 {
     auto const precision = options.report.precision;
     if (!options.columns.empty())
-        return tableText(rows, options.columns, precision);
+        return tableText(rows, {}, precision);
     std::vector<Row> regions;
     for (auto const& row : rows)
         if (row.contains("holes"))
@@ -174,8 +188,7 @@ void measureSet(Session& session, Options const& options)
     for (auto const& shape : shapes)
         picture.shape(shape);
     auto const& columns = options.columns.empty() ? kSetColumns : options.columns;
-    std::string const table = tableText(rows, columns, options.report.precision);
-    writeWhole("-", options.report.json ? reportText("sets", rows, options.report) : table);
+    writeWhole("-", reportText("sets", chosen(std::move(rows), columns), options.report));
     picture.save();
 }
 
@@ -189,6 +202,7 @@ void measureEach(Session& session, Options const& options)
             drawRow(picture, shape, rows.back());
         });
     }
+    rows = chosen(std::move(rows), options.columns);
     writeWhole("-", options.report.json ? reportText("outlines", rows, options.report)
                                         : tables(rows, options));
     picture.save();

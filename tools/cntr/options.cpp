@@ -11,13 +11,17 @@ namespace {
 void addFormat(CLI::App& command, std::string const& name, InputOptions::Format& format,
                std::string const& text)
 {
-    static std::map<std::string, InputOptions::Format> const formats{
-        {"wkt", InputOptions::eWkt},
-        {"csv", InputOptions::eCsv},
-        {"archive", InputOptions::eArchive}};
-    command.add_option(name, format, text)
-        ->transform(CLI::CheckedTransformer(formats, CLI::ignore_case).description(""))
-        ->type_name("wkt|csv|archive");
+    auto const take = [&format, name](std::string const& word) {
+        static std::map<std::string, InputOptions::Format> const formats{
+            {"wkt", InputOptions::eWkt},
+            {"csv", InputOptions::eCsv},
+            {"archive", InputOptions::eArchive}};
+        auto const found = formats.find(CLI::ignore_case(word));
+        if (found == formats.end())
+            throw CLI::ValidationError(name, "wkt, csv or archive, not '" + word + "'");
+        format = found->second;
+    };
+    command.add_option_function<std::string>(name, take, text)->type_name("wkt|csv|archive");
 }
 
 void addPrecision(CLI::App& command, std::optional<int>& precision)

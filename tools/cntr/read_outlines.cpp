@@ -134,9 +134,15 @@ std::string takeName(TextSource& source)
         if (!name.empty() && (name.back() & 0x80) != 0)
             name.pop_back();
     }
-    for (char& c : name)  // names reach terminals: nothing in them may steer one
-        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f)
-            c = ' ';
+    // Names reach terminals: nothing in them may steer one, U+0080 to U+009F included.
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        auto const byte = static_cast<unsigned char>(name[i]);
+        bool const second = i > 0 && name[i - 1] == '\xc2' && byte < 0xa0;
+        if (second)
+            name[i - 1] = ' ';
+        if (second || byte < 0x20 || byte == 0x7f)
+            name[i] = ' ';
+    }
     name.erase(0, name.find_first_not_of(' '));
     while (!name.empty() && isBlank(name.back()))
         name.pop_back();
@@ -159,7 +165,7 @@ ReadResult readOutlines(std::istream& in, std::string const& file, ReadOptions c
         sink.report(ReadError::eLimit, limit.line, limit.message);
     }
     if (result.outlines.empty() && result.errors.empty())
-        sink.report(ReadError::eMalformed, source.line(), "no outline in this input");
+        sink.report(ReadError::eNothing, source.line(), "no outline in this input");
     return result;
 }
 

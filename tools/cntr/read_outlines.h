@@ -38,6 +38,7 @@ struct ReadError {
     enum Kind {
         eMalformed,   ///< the text is not what the format asks for
         eUnreadable,  ///< the stream failed
+        eNothing,     ///< there is neither an outline nor a fault
         eLimit        ///< one of the limits of ReadOptions; the rest was left out
     };
     Kind kind = eMalformed;

@@ -1,6 +1,8 @@
 // Messages on standard error.
 #include "session.h"
 
+#include <cntr/contour_defs.h>
+
 #include <cxxabi.h>
 
 #include <algorithm>
@@ -20,8 +22,12 @@ std::string errorText(qcException const& error)
     std::string const name = plain ? plain.get() : mangled;
     char number[32];
     std::snprintf(number, sizeof number, "0x%lx", static_cast<unsigned long>(error.errorNumber()));
-    std::string const message = error.what();
-    return name + " (" + number + ")" + (message == name ? "" : ": " + message);
+    std::string message = error.what();
+    if (message.compare(0, name.size(), name) == 0)  // alone, or before a colon and a text
+        message.erase(0, message.find_first_not_of(": ", name.size()));
+    if (message.empty() && dynamic_cast<qcContourDefs::EmptyContour const*>(&error))
+        message = "too few points";
+    return name + " (" + number + ")" + (message.empty() ? "" : ": " + message);
 }
 
 void Session::fail(ExitStatus status, std::string const& message)
