@@ -326,6 +326,20 @@ TEST(FileArchive, ReplacesAFileInOneStepOrNotAtAll)
     }
     EXPECT_EQ(load(), 8);
     EXPECT_EQ(filesThere(), 2);
+    fs::create_symlink("later", folder / "early");
+    fs::create_symlink("loop", folder / "loop");
+    store(9, true, "early");
+    EXPECT_TRUE(fs::is_symlink(folder / "early") && fs::is_regular_file(folder / "later"));
+    EXPECT_THROW(store(9, true, "loop"), qcArchive::FileError);
+    EXPECT_TRUE(fs::is_symlink(folder / "loop"));
+    auto const here = fs::current_path();
+    fs::current_path(folder);
+    qcFileArchive relative("saved", qcFileArchive::eStore);
+    fs::current_path(here);
+    long ten = 10;
+    relative || ten;
+    relative.close();
+    EXPECT_EQ(load(), 10) << "after a change of the working folder";
     EXPECT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
     EXPECT_THROW(qcFileArchive(folder / "pipe", qcFileArchive::eLoad), qcArchive::FileError);
     for (auto const direction : {qcFileArchive::eLoad, qcFileArchive::eStore})

@@ -5,10 +5,9 @@
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
-#include <climits>
-#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -20,11 +19,16 @@ namespace {
     throw qcArchive::FileError("cannot " + action + " '" + path + "': " + std::strerror(error));
 }
 
-// Where a link leads, so that the link stays and the file behind it is replaced.
-std::string behindLinks(std::string const& path)
+// Where a link leads, so that the link stays and the file behind it is replaced, or made; the same
+// place after a change of the working folder.
+std::string behindLinks(std::filesystem::path path)
 {
-    std::unique_ptr<char, void (*)(void*)> const real(::realpath(path.c_str(), nullptr), std::free);
-    return real ? real.get() : path;
+    constexpr int kMaxLinks = 40;  // a system follows no more
+    std::error_code error;
+    for (int links = 0; links < kMaxLinks && std::filesystem::is_symlink(path, error); ++links)
+        path = path.parent_path() / std::filesystem::read_symlink(path, error);
+    auto const whole = std::filesystem::absolute(path, error);
+    return (error ? path : whole).string();
 }
 
 }  // namespace
@@ -111,6 +115,8 @@ void qcFileArchive::openForStoring()
     path_ = behindLinks(path_);
     struct stat status = {};
     bool const exists = ::stat(path_.c_str(), &status) == 0;
+    if (!exists && errno != ENOENT)
+        fail("create", path_, errno);
     if (exists && !S_ISREG(status.st_mode))
         throw FileError("not a regular file: '" + path_ + "'");
 
