@@ -1,5 +1,5 @@
 // The outer hull of a boundary walk: loops are cut, inner ones dropped, touching ones joined.
-#include "cntr/internal/region_loops.h"
+#include "cntr/region_loops.h"
 
 #include "cntr/internal/box_of_points.h"
 #include "cntr/internal/box_tree.h"

@@ -8,9 +8,9 @@
 #include "cntr/internal/edge_walk.h"
 #include "cntr/internal/nearby_edges.h"
 #include "cntr/internal/ray_direction.h"
-#include "cntr/internal/region_loops.h"
 #include "cntr/internal/tolerances.h"
 #include "cntr/internal/winding.h"
+#include "cntr/region_loops.h"
 
 namespace {
 
