@@ -205,7 +205,10 @@ std::vector<qcVector<2>> qcRegion::walkBoundary(long start) const
             closeEdges.findHits(query, k, found);
         else if (!nearby.findHits(query, k, found))
             findHits(query, found);
-        return found.empty() ? nullptr : &found.front();
+        if (found.empty())
+            return nullptr;
+        clearEdges.noteCrossing();
+        return &found.front();
     };
     auto walked = qnInternal::walkBoundary(points(), start, isClear, firstCrossing);
     if (!walked)

@@ -31,7 +31,12 @@ public:
         return false;
     }
 
+    /// To be told of every crossing on the way: where there are many, few edges are clear.
+    void noteCrossing() { asked_ -= asked_ < kAsksACrossing ? asked_ : kAsksACrossing; }
+
 private:
+    static constexpr std::size_t kAsksACrossing = 4;
+
     /// Of an edge among those of its leaf.
     static unsigned bit(std::size_t k) { return 1U << k % EdgeIndex::kFan; }
     static unsigned bitIn(std::size_t leaf, std::size_t k)

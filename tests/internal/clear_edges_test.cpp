@@ -68,7 +68,7 @@ TEST(ClearEdges, MeetNothingBetweenTheirEnds)
     EXPECT_GT(clearAlongTheCurve, 300);
 }
 
-TEST(ClearEdges, AreNotLookedForOnShortWalksAndWithoutAnIndex)
+TEST(ClearEdges, AreNotLookedForOnShortOrMuchCrossedWalksNorWithoutAnIndex)
 {
     auto const points = circleWithKnots().points;
     EdgeIndex const index(points, true);
@@ -79,6 +79,12 @@ TEST(ClearEdges, AreNotLookedForOnShortWalksAndWithoutAnIndex)
         ASSERT_LT(++asked, 100);
     EXPECT_GT(asked, 10);
     EXPECT_FALSE(edges.isClear(3)) << "one of a knot";
+    ClearEdges crossedOften(points, &index);
+    for (std::size_t i = 0; i < 2 * points.size(); ++i) {
+        EXPECT_FALSE(crossedOften.isClear(100));
+        if (i % 4 == 3)
+            crossedOften.noteCrossing();
+    }
     ClearEdges unknown(points, nullptr);
     for (std::size_t k = 0; k < 2 * points.size(); ++k)
         EXPECT_FALSE(unknown.isClear(k % points.size()));
