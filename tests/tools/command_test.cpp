@@ -215,10 +215,10 @@ TEST_F(Command, CrossesEveryRingWithEveryOtherInOrder)
         Corners corners;
         std::string text;
         for (int i = 0; i < 60; ++i) {
-            corners.emplace_back(x(random), y(random));
+            qcVector<2> const& corner = corners.emplace_back(x(random), y(random));
             for (auto const& step : Corners{{0, 0}, {2, 0}, {2, 2}, {0, 2}, {0, 0}})
-                text += std::to_string(corners[i].x() + step.x()) + "," +
-                        std::to_string(corners[i].y() + step.y()) + "\n";
+                text += std::to_string(corner.x() + step.x()) + "," +
+                        std::to_string(corner.y() + step.y()) + "\n";
             text += "\n";
         }
         write(name, text);
