@@ -32,9 +32,9 @@ Points readPoints(Session& session, std::istream& in, std::string const& name,
     reading.format = OutlineFormat::eCsv;
     auto const result = readOutlines(in, name, reading);
     Points points;
+    std::string const nothing = name + ": no point in " + what;
     for (auto const& error : result.errors)
-        session.fail(status, error.kind == ReadError::eNothing ? name + ": no point in " + what
-                                                               : error.text());
+        session.fail(status, error.kind == ReadError::eNothing ? nothing : error.text());
     for (auto const& outline : result.outlines) {
         points.insert(points.end(), outline.points.begin(), outline.points.end());
         if (outline.closed)  // the reader dropped a repeat
