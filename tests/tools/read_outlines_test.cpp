@@ -90,10 +90,10 @@ TEST(ReadOutlines, UnderstandsBothFormats)
     }
     EXPECT_EQ(shown(read("0,0\n1,1\n", {OutlineFormat::eGuess, true}).outlines), ":1[0 0,1 1]");
     auto const steering = read("# a\x1b[2J\xc3\xa9\xc2\xa9\xc2\x9b"
-                               "2J\n1,1")
+                               "2J\xc2:\n1,1")
                               .outlines.at(0)
                               .name;
-    EXPECT_EQ(steering, "a [2J\xc3\xa9\xc2\xa9  2J");
+    EXPECT_EQ(steering, "a [2J\xc3\xa9\xc2\xa9  2J\xc2:");
     auto const cut = read("#" + std::string(999, 'n') + "\xc3\xa9\n1,1").outlines.at(0).name;
     EXPECT_EQ(cut, std::string(999, 'n'));
 }

@@ -137,7 +137,7 @@ std::string takeName(TextSource& source)
     // Names reach terminals: nothing in them may steer one, U+0080 to U+009F included.
     for (std::size_t i = 0; i < name.size(); ++i) {
         auto const byte = static_cast<unsigned char>(name[i]);
-        bool const second = i > 0 && name[i - 1] == '\xc2' && byte < 0xa0;
+        bool const second = i > 0 && name[i - 1] == '\xc2' && byte >= 0x80 && byte < 0xa0;
         if (second)
             name[i - 1] = ' ';
         if (second || byte < 0x20 || byte == 0x7f)
