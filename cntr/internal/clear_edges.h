@@ -35,6 +35,8 @@ public:
     void noteCrossing() { asked_ -= asked_ < kAsksACrossing ? asked_ : kAsksACrossing; }
 
 private:
+    /// So many edges asked about are made up for by a crossing (`regularise` of rose in
+    /// bench/cleaning_bench.cpp).
     static constexpr std::size_t kAsksACrossing = 4;
 
     /// Of an edge among those of its leaf.
