@@ -1,7 +1,6 @@
 // The gap between vertex directions through which a containment ray leaves.
 #include "cntr/internal/ray_direction.h"
 
-#include "cntr/internal/nearest.h"
 #include "cntr/internal/tolerances.h"
 
 #include <algorithm>
@@ -146,6 +145,16 @@ double findFirstAngles(std::vector<qcVector<2>> const& outline, EdgeIndex const&
     return to;
 }
 
+/// Whether a vertex is within kOnSegment of the point.
+bool isOnVertex(std::vector<qcVector<2>> const& outline, EdgeIndex const& index,
+                qcVector<2> const& point)
+{
+    qcVector<2> const margin(2 * kOnSegment, 2 * kOnSegment);
+    TwiceBox const around({point - margin, point + margin});
+    return index.anyEdgeNear(
+        around, [&](std::size_t k) { return !(point.distance(outline[k]) > kOnSegment); });
+}
+
 }  // namespace
 
 std::optional<qcVector<2>> rayDirection(std::vector<qcVector<2>> const& outline,
@@ -171,7 +180,7 @@ std::optional<qcVector<2>> rayDirection(std::vector<qcVector<2>> const& outline,
                                         EdgeIndex const& index, qcVector<2> const& point,
                                         RaySight& sight)
 {
-    if (!(point.distance(outline[nearestVertex(index, outline, point)]) > kOnSegment))
+    if (isOnVertex(outline, index, point))
         return std::nullopt;
     constexpr double kTurn = 2 * qnAngle::kPi;
     double const wide = wideEnough(outline.size());

@@ -318,6 +318,21 @@ TEST(Parity, WhereItIsCertainTheRayAgrees)
     EXPECT_GT(doubtful, 100) << "less is needed to be sure of a crossing than of their number";
 }
 
+TEST(RayDirection, NoneIsGivenUpToAMillionthFromAVertex)
+{
+    Points outline{{0, 0}};
+    for (int i = 0; i < 40; ++i)
+        outline.push_back(qcVector<2>(10, 10) + qcVector<2>(5, qcRadian(0.15 * i)));
+    EdgeIndex const index(outline, true);
+    qcVector<2> const onVertex(1e-6, 0), besideVertex(0, std::nextafter(1e-6, 1));
+    RaySight sight;
+    EXPECT_FALSE(rayDirection(outline, index, onVertex, sight));
+    EXPECT_FALSE(rayDirection(outline, onVertex));
+    EXPECT_TRUE(rayDirection(outline, besideVertex));
+    EXPECT_EQ(rayDirection(outline, index, besideVertex, sight),
+              rayDirection(outline, besideVertex));
+}
+
 TEST(BoxOfPoints, IsWhatThePointsOneByOneMake)
 {
     double const inf = std::numeric_limits<double>::infinity();
