@@ -329,14 +329,13 @@ TEST_F(Command, ShowsArchivesWithoutLoadingThem)
 {
     run("convert square.wkt s.cntr");
     std::string const good = file("s.cntr");
-    EXPECT_EQ(
-        run("archive s.cntr").out,
-        "object 1, qcRegionSet [qcRegionSet 1], 1 regions, " + std::to_string(good.size()) +
-            " bytes at 0\n"
-            "  region 1: object 2, qcRegion [qcRegion 1, qcContour 1], 4 points, 1 holes, 198 "
-            "bytes at 23\n"
-            "    hole 1: object 3, qcRegion [qcRegion 1, qcContour 1], 4 points, 0 holes, 99 "
-            "bytes at 122\n");
+    EXPECT_EQ(run("archive s.cntr").out,
+              "object 1, qcRegionSet [qcRegionSet 1], 1 region, " + std::to_string(good.size()) +
+                  " bytes at 0\n"
+                  "  region 1: object 2, qcRegion [qcRegion 1, qcContour 1], 4 points, 1 hole, 198 "
+                  "bytes at 23\n"
+                  "    hole 1: object 3, qcRegion [qcRegion 1, qcContour 1], 4 points, 0 holes, 99 "
+                  "bytes at 122\n");
     EXPECT_EQ(json::parse(run("archive s.cntr --json").out)["records"][2]["counts"]["points"], 4);
     write("cut.cntr", good.substr(0, good.size() - 5));
     auto const cut = run("archive cut.cntr");

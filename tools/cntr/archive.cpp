@@ -12,6 +12,14 @@ struct Options {
     bool json = false;
 };
 
+/// "2 points", "1 point".
+std::string counted(unsigned long number, std::string what)
+{
+    if (number == 1 && what.back() == 's')
+        what.pop_back();
+    return std::to_string(number) + " " + what;
+}
+
 std::string line(ArchiveNode const& node)
 {
     std::string text(2 * node.depth, ' ');
@@ -25,7 +33,7 @@ std::string line(ArchiveNode const& node)
         text += "object " + std::to_string(node.object) + ", " + node.className + " [" +
                 node.versions + "]";
     for (auto const& count : node.counts)
-        text += ", " + std::to_string(count.second) + " " + count.first;
+        text += ", " + counted(count.second, count.first);
     return text + ", " + std::to_string(node.size) + " bytes at " + std::to_string(node.offset) +
            (node.complete ? "\n" : ", incomplete\n");
 }
