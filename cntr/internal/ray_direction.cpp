@@ -149,6 +149,7 @@ double findFirstAngles(std::vector<qcVector<2>> const& outline, EdgeIndex const&
 bool isOnVertex(std::vector<qcVector<2>> const& outline, EdgeIndex const& index,
                 qcVector<2> const& point)
 {
+    // Twice as wide as need be: no rounding leaves a vertex out.
     qcVector<2> const margin(2 * kOnSegment, 2 * kOnSegment);
     TwiceBox const around({point - margin, point + margin});
     return index.anyEdgeNear(
