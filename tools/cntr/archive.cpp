@@ -2,6 +2,7 @@
 #include "archive_tree.h"
 #include "commands.h"
 #include "options.h"
+#include "session.h"
 
 namespace qnTool {
 
@@ -11,14 +12,6 @@ struct Options {
     std::string file;
     bool json = false;
 };
-
-/// "2 points", "1 point".
-std::string counted(unsigned long number, std::string what)
-{
-    if (number == 1 && what.back() == 's')
-        what.pop_back();
-    return std::to_string(number) + " " + what;
-}
 
 std::string line(ArchiveNode const& node)
 {
@@ -33,7 +26,7 @@ std::string line(ArchiveNode const& node)
         text += "object " + std::to_string(node.object) + ", " + node.className + " [" +
                 node.versions + "]";
     for (auto const& count : node.counts)
-        text += ", " + counted(count.second, count.first);
+        text += ", " + counted(count.second, count.first.substr(0, count.first.size() - 1));
     return text + ", " + std::to_string(node.size) + " bytes at " + std::to_string(node.offset) +
            (node.complete ? "\n" : ", incomplete\n");
 }

@@ -193,7 +193,7 @@ private:
     {
         unsigned const found = version("qcContourT<qcEdgelet>", 1);
         contour();
-        skip(list("data", kDatum), kDatum);
+        skip(list("edge points", kDatum), kDatum);
         if (found == 1)
             record("transform");
     }

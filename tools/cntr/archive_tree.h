@@ -21,7 +21,8 @@ struct ArchiveNode {
     bool complete = false;     ///< else the fault lies within it, and the size reaches to there
     std::string className;     ///< empty for null
     std::string versions;      ///< of the class and of its bases, in the order of their blocks
-    std::vector<std::pair<std::string, unsigned long>> counts;  ///< of the lists in it
+    std::vector<std::pair<std::string, unsigned long>>
+        counts;  ///< of the lists in it, named by plurals in -s
 };
 
 struct ArchiveTree {

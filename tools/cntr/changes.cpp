@@ -59,9 +59,4 @@ void warnOfLosses(Session& session, std::string const& place, Figures const& bef
                      " of " + counted(before.holes, "hole") + " did not come back");
 }
 
-std::string counted(std::size_t count, std::string const& what)
-{
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
 }  // namespace qnTool

@@ -26,7 +26,4 @@ std::string changeText(Figures const& before, Figures const& after);
 void warnOfLosses(Session& session, std::string const& place, Figures const& before,
                   Figures const& after);
 
-/// `1 crossing`, `2 crossings`
-std::string counted(std::size_t count, std::string const& what);
-
 }  // namespace qnTool

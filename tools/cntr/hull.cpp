@@ -1,7 +1,7 @@
 // cntr hull: the convex hull of every outline.
-#include "changes.h"
 #include "commands.h"
 #include "options.h"
+#include "session.h"
 
 #include <algorithm>
 #include <cmath>

@@ -30,6 +30,11 @@ std::string errorText(qcException const& error)
     return name + " (" + number + ")" + (message.empty() ? "" : ": " + message);
 }
 
+std::string counted(std::size_t count, std::string const& what)
+{
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
 void Session::fail(ExitStatus status, std::string const& message)
 {
     status_ = std::max(status_, status);

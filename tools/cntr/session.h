@@ -1,6 +1,7 @@
 /// What went wrong during a run of the command, and the status it ends with.
 #pragma once
 
+#include <cstddef>
 #include <exception>
 #include <new>
 #include <stdexcept>
@@ -35,6 +36,9 @@ private:
 
 /// Class, number and message of an exception of the library.
 std::string errorText(qcException const& error);
+
+/// `1 crossing`, `2 crossings`
+std::string counted(std::size_t count, std::string const& what);
 
 class Session {
 public:
